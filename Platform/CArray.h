@@ -1,0 +1,150 @@
+// CArray: a growing array with the design's growth rule, zeroed new elements and checked indexes.
+#pragma once
+
+#include "CException.h"
+
+#include <algorithm>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+template <typename TYPE, typename ARG_TYPE = const TYPE&> class CArray
+{
+public:
+    CArray() = default;
+    CArray(const CArray&) = default;
+    CArray(CArray&&) noexcept = default;
+    CArray& operator=(const CArray&) = default;
+    CArray& operator=(CArray&&) noexcept = default;
+    virtual ~CArray() = default;
+
+    [[nodiscard]] int GetSize() const noexcept { return static_cast<int>(m_aData.size()); }
+    [[nodiscard]] int GetCount() const noexcept { return GetSize(); }
+    [[nodiscard]] int GetUpperBound() const noexcept { return GetSize() - 1; }
+    [[nodiscard]] bool IsEmpty() const noexcept { return m_aData.empty(); }
+
+    // Sets the size; nGrowBy above 0 becomes the grow-by value for later growth.
+    void SetSize(int nNewSize, int nGrowBy = -1)
+    {
+        if (nNewSize < 0)
+            AfxThrowInvalidArgException();
+        if (nGrowBy >= 0)
+            m_nGrowBy = nGrowBy;
+        Reserve(nNewSize);
+        m_aData.resize(static_cast<std::size_t>(nNewSize), TYPE{});
+    }
+
+    [[nodiscard]] const TYPE& GetAt(int nIndex) const { return m_aData[Check(nIndex)]; }
+    [[nodiscard]] TYPE& GetAt(int nIndex) { return m_aData[Check(nIndex)]; }
+    TYPE& ElementAt(int nIndex) { return m_aData[Check(nIndex)]; }
+    void SetAt(int nIndex, ARG_TYPE newElement) { m_aData[Check(nIndex)] = newElement; }
+    const TYPE& operator[](int nIndex) const { return GetAt(nIndex); }
+    TYPE& operator[](int nIndex) { return GetAt(nIndex); }
+
+    [[nodiscard]] const TYPE* GetData() const noexcept { return m_aData.data(); }
+    [[nodiscard]] TYPE* GetData() noexcept { return m_aData.data(); }
+
+    // Sets the element, growing the array (new elements zero) when the index lies behind its end.
+    void SetAtGrow(int nIndex, ARG_TYPE newElement)
+    {
+        if (nIndex < 0)
+            AfxThrowInvalidArgException();
+        if (nIndex >= GetSize())
+            SetSize(nIndex + 1);
+        m_aData[static_cast<std::size_t>(nIndex)] = newElement;
+    }
+
+    int Add(ARG_TYPE newElement)
+    {
+        Reserve(GetSize() + 1);
+        m_aData.push_back(newElement);
+        return GetSize() - 1;
+    }
+
+    int Append(const CArray& src)
+    {
+        const int nOldSize = GetSize();
+        Reserve(nOldSize + src.GetSize());
+        m_aData.insert(m_aData.end(), src.m_aData.begin(), src.m_aData.end());
+        return nOldSize;
+    }
+
+    void Copy(const CArray& src)
+    {
+        if (this != &src)
+            m_aData = src.m_aData;
+    }
+
+    // Inserts nCount copies before nIndex; an index behind the end grows the array up to it first.
+    void InsertAt(int nIndex, ARG_TYPE newElement, int nCount = 1)
+    {
+        if (nIndex < 0 || nCount < 0)
+            AfxThrowInvalidArgException();
+        if (nCount == 0)
+            return;
+        TYPE copy = newElement; // the argument may refer into this array
+        if (nIndex >= GetSize())
+            SetSize(nIndex);
+        Reserve(GetSize() + nCount);
+        m_aData.insert(m_aData.begin() + nIndex, static_cast<std::size_t>(nCount), copy);
+    }
+
+    void InsertAt(int nStartIndex, const CArray* pNewArray)
+    {
+        if (!pNewArray || nStartIndex < 0)
+            AfxThrowInvalidArgException();
+        if (pNewArray->IsEmpty())
+            return;
+        const std::vector<TYPE> aCopy = pNewArray->m_aData;
+        if (nStartIndex >= GetSize())
+            SetSize(nStartIndex);
+        Reserve(GetSize() + static_cast<int>(aCopy.size()));
+        m_aData.insert(m_aData.begin() + nStartIndex, aCopy.begin(), aCopy.end());
+    }
+
+    // Removes nCount elements from nIndex; a range reaching behind the end is an invalid argument.
+    void RemoveAt(int nIndex, int nCount = 1)
+    {
+        if (nIndex < 0 || nCount < 0 || nIndex + nCount > GetSize())
+            AfxThrowInvalidArgException();
+        m_aData.erase(m_aData.begin() + nIndex, m_aData.begin() + nIndex + nCount);
+    }
+
+    void RemoveAll() noexcept
+    {
+        m_aData.clear();
+        m_aData.shrink_to_fit();
+    }
+
+    void FreeExtra() { m_aData.shrink_to_fit(); }
+
+    [[nodiscard]] int GetAllocSize() const noexcept { return static_cast<int>(m_aData.capacity()); }
+
+    auto begin() noexcept { return m_aData.begin(); }
+    auto end() noexcept { return m_aData.end(); }
+    auto begin() const noexcept { return m_aData.begin(); }
+    auto end() const noexcept { return m_aData.end(); }
+
+    friend bool operator==(const CArray& a, const CArray& b) { return a.m_aData == b.m_aData; }
+
+protected:
+    std::size_t Check(int nIndex) const
+    {
+        if (nIndex < 0 || nIndex >= GetSize())
+            AfxThrowInvalidArgException();
+        return static_cast<std::size_t>(nIndex);
+    }
+
+    // Growth: by the grow-by value if set, otherwise an eighth of the size, at least 4, at most 1024.
+    void Reserve(int nNeeded)
+    {
+        const auto nCapacity = static_cast<int>(m_aData.capacity());
+        if (nNeeded <= nCapacity)
+            return;
+        int nGrowBy = m_nGrowBy > 0 ? m_nGrowBy : std::clamp(GetSize() / 8, 4, 1024);
+        m_aData.reserve(static_cast<std::size_t>(std::max(nNeeded, nCapacity + nGrowBy)));
+    }
+
+    std::vector<TYPE> m_aData;
+    int m_nGrowBy = 0;
+};

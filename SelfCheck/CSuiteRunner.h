@@ -1,0 +1,25 @@
+// CSuiteRunner: runs the suites handed to it on the console and reports the results.
+#pragma once
+
+#include <cppunit/Test.h>
+#include <memory>
+#include <string>
+
+class CSuiteRunner
+{
+public:
+    CSuiteRunner();
+    CSuiteRunner(const CSuiteRunner&) = delete;
+    CSuiteRunner& operator=(const CSuiteRunner&) = delete;
+    ~CSuiteRunner();
+
+    // Takes ownership of the suite.
+    void addTest(CppUnit::Test* pTest);
+
+    // Runs every case: prints each as it runs and each failure with its expression, file and line,
+    // writes the XML report beside the executable, and ends with the line "N passed, M failed".
+    void run();
+
+private:
+    std::unique_ptr<CppUnit::Test> m_pTest;
+};

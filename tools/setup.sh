@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that the build, the self-check and the benchmarks need.
+# Only missing packages are installed; a machine that has them all is left alone.
+set -euo pipefail
+
+packages=(
+  cmake ninja-build g++ pkg-config
+  libcppunit-dev       # suites and the self-check runner
+  libicu-dev           # case mapping, character classes, code pages
+  libglib2.0-dev       # profile store (GKeyFile)
+  zlib1g-dev           # CRC-32
+  libbenchmark-dev     # benchmark target
+)
+# clang with its runtime builds the fuzz entry points; optional for everything else.
+optional=(clang libclang-rt-14-dev)
+
+missing=()
+for p in "${packages[@]}" ${TESSAROLINE_WITH_FUZZ:+"${optional[@]}"}; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
+    missing+=("$p")
+  fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  exit 0
+fi
+
+echo "setup: installing ${missing[*]}"
+if [ "$(id -u)" -eq 0 ]; then
+  apt_get=(apt-get)
+elif command -v sudo >/dev/null 2>&1 && sudo -n true 2>/dev/null; then
+  apt_get=(sudo apt-get)
+else
+  echo "setup: these Debian packages are missing: ${missing[*]}" >&2
+  echo "setup: run this script as root (or with password-less sudo), or install them with:" >&2
+  echo "    sudo apt-get install -y ${missing[*]}" >&2
+  exit 1
+fi
+export DEBIAN_FRONTEND=noninteractive
+"${apt_get[@]}" update -qq || true
+"${apt_get[@]}" install -y -qq --no-install-recommends "${missing[@]}"
