@@ -95,8 +95,8 @@ public:
     virtual std::uint64_t Seek(std::int64_t lOffset, UINT nFrom);
     void SeekToBegin() { Seek(0, begin); }
     std::uint64_t SeekToEnd() { return Seek(0, end); }
-    [[nodiscard]] std::uint64_t GetLength() const;
-    [[nodiscard]] std::uint64_t GetPosition() const;
+    [[nodiscard]] virtual std::uint64_t GetLength() const;
+    [[nodiscard]] virtual std::uint64_t GetPosition() const;
     virtual void Flush();
 
     [[nodiscard]] const CString& GetFilePath() const noexcept { return m_strFileName; }
