@@ -8,7 +8,6 @@ packages=(
   libcppunit-dev       # suites and the self-check runner
   libicu-dev           # case mapping, character classes, code pages
   libglib2.0-dev       # profile store (GKeyFile)
-  zlib1g-dev           # CRC-32
   libbenchmark-dev     # benchmark target
 )
 # clang with its runtime builds the fuzz entry points; optional for everything else.
