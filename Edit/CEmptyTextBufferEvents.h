@@ -12,7 +12,9 @@ public:
     void OnBeginChange(ITextBuffer*) override {}
     void OnEndChange(ITextBuffer*, IChangeContext*) override {}
     void OnBeforeInsert(ITextBuffer*, const CPoint&, const CString&) override {}
-    void OnAfterInsert(ITextBuffer*, const CPoint&, const CString&, const CPoint&, IChangeContext*) override {}
+    void OnAfterInsert(ITextBuffer*, const CPoint&, const CString&, const CPoint&, IChangeContext*) override
+    {
+    }
     void OnBeforeDelete(ITextBuffer*, const CPoint&, const CPoint&) override {}
     void OnAfterDelete(ITextBuffer*, const CPoint&, const CPoint&, IChangeContext*) override {}
 

@@ -8,6 +8,9 @@
 #include <utility>
 #include <vector>
 
+class CArchive;
+template <typename TYPE> struct CArchiveRawElements; // CArchive.h
+
 template <typename TYPE, typename ARG_TYPE = const TYPE&> class CArray
 {
 public:
@@ -105,7 +108,7 @@ public:
     // Removes nCount elements from nIndex; a range reaching behind the end is an invalid argument.
     void RemoveAt(int nIndex, int nCount = 1)
     {
-        if (nIndex < 0 || nCount < 0 || nIndex + nCount > GetSize())
+        if (nIndex < 0 || nCount < 0 || nCount > GetSize() - nIndex)
             AfxThrowInvalidArgException();
         m_aData.erase(m_aData.begin() + nIndex, m_aData.begin() + nIndex + nCount);
     }
@@ -117,6 +120,10 @@ public:
     }
 
     void FreeExtra() { m_aData.shrink_to_fit(); }
+
+    // Stores or loads the array as a count and the raw bytes of its elements (trivially copyable types
+    // only); callers include CArchive.h.
+    void Serialize(CArchive& ar) { CArchiveRawElements<TYPE>::Serialize(ar, *this); }
 
     [[nodiscard]] int GetAllocSize() const noexcept { return static_cast<int>(m_aData.capacity()); }
 

@@ -57,8 +57,8 @@ std::string CString::ToUtf8() const
     int32_t nLength = 0;
     UErrorCode err = U_ZERO_ERROR;
     u_strToUTF8WithSub(sz.data(), static_cast<int32_t>(sz.size()), &nLength,
-                       reinterpret_cast<const UChar*>(m_str.data()), static_cast<int32_t>(m_str.size()), 0xFFFD,
-                       nullptr, &err);
+                       reinterpret_cast<const UChar*>(m_str.data()), static_cast<int32_t>(m_str.size()),
+                       0xFFFD, nullptr, &err);
     if (U_FAILURE(err))
         return std::string();
     sz.resize(static_cast<std::size_t>(nLength));
@@ -194,7 +194,8 @@ int CString::Delete(int nIndex, int nCount)
 {
     nIndex = std::max(nIndex, 0);
     if (nIndex < GetLength() && nCount > 0)
-        m_str.erase(static_cast<std::size_t>(nIndex), static_cast<std::size_t>(std::min(nCount, GetLength() - nIndex)));
+        m_str.erase(static_cast<std::size_t>(nIndex),
+                    static_cast<std::size_t>(std::min(nCount, GetLength() - nIndex)));
     return GetLength();
 }
 
@@ -293,7 +294,8 @@ void CString::FormatImpl(const char16_t* szFormat, const FormatArg* pArgs, std::
     std::u16string out;
     std::size_t nArg = 0;
     // Takes the next argument; a missing one formats as nothing rather than reading past the list.
-    auto next = [&]() -> const FormatArg& {
+    auto next = [&]() -> const FormatArg&
+    {
         static const FormatArg none;
         return nArg < nArgs ? pArgs[nArg++] : none;
     };
@@ -327,7 +329,11 @@ void CString::FormatImpl(const char16_t* szFormat, const FormatArg* pArgs, std::
         int nWidth = 0;
         if (*p == u'*')
         {
-            nWidth = static_cast<int>(next().nValue);
+            // A negative width from the arguments means left-aligned, as printf takes it.
+            const long long nArgWidth = std::clamp(next().nValue, -4096ll, 4096ll);
+            if (nArgWidth < 0)
+                bLeft = true;
+            nWidth = static_cast<int>(nArgWidth < 0 ? -nArgWidth : nArgWidth);
             ++p;
         }
         while (*p >= u'0' && *p <= u'9')
@@ -340,8 +346,8 @@ void CString::FormatImpl(const char16_t* szFormat, const FormatArg* pArgs, std::
             while (*p >= u'0' && *p <= u'9')
                 nPrecision = std::min(nPrecision * 10 + (*p++ - u'0'), 4096);
         }
-        while (*p == u'l' || *p == u'h' || *p == u'I' || *p == u'z' || *p == u'6' || *p == u'4' || *p == u'3' ||
-               *p == u'2')
+        while (*p == u'l' || *p == u'h' || *p == u'I' || *p == u'z' || *p == u'6' || *p == u'4' ||
+               *p == u'3' || *p == u'2')
             ++p;
         if (!*p)
         {
@@ -357,8 +363,9 @@ void CString::FormatImpl(const char16_t* szFormat, const FormatArg* pArgs, std::
         case u's':
         case u'S':
             if (arg.kind == FormatArg::Kind::String)
-                field = nPrecision >= 0 ? std::u16string(arg.szValue.substr(0, static_cast<std::size_t>(nPrecision)))
-                                        : std::u16string(arg.szValue);
+                field = nPrecision >= 0
+                            ? std::u16string(arg.szValue.substr(0, static_cast<std::size_t>(nPrecision)))
+                            : std::u16string(arg.szValue);
             break;
         case u'c':
         case u'C':
@@ -369,14 +376,17 @@ void CString::FormatImpl(const char16_t* szFormat, const FormatArg* pArgs, std::
         case u'i':
         case u'u':
         case u'x':
-        case u'X': {
+        case u'X':
+        {
             if (arg.kind != FormatArg::Kind::Signed && arg.kind != FormatArg::Kind::Unsigned)
                 break;
             const bool bHex = *p == u'x' || *p == u'X';
             const bool bSigned = (*p == u'd' || *p == u'i') && arg.kind == FormatArg::Kind::Signed;
             // Unsigned conversions see the value as the 32-bit pattern it had, as printf does.
-            unsigned long long n = bSigned ? static_cast<unsigned long long>(arg.nValue < 0 ? -arg.nValue : arg.nValue)
-                                           : static_cast<unsigned long long>(arg.nValue) & 0xffffffffull;
+            unsigned long long n = bSigned
+                                       ? (arg.nValue < 0 ? 0ull - static_cast<unsigned long long>(arg.nValue)
+                                                         : static_cast<unsigned long long>(arg.nValue))
+                                       : static_cast<unsigned long long>(arg.nValue) & 0xffffffffull;
             if (!bSigned && (arg.nValue > 0xffffffffll || arg.nValue < -0x80000000ll))
                 n = static_cast<unsigned long long>(arg.nValue);
             const char16_t* szDigits = *p == u'X' ? u"0123456789ABCDEF" : u"0123456789abcdef";

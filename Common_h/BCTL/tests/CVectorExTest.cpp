@@ -1,0 +1,50 @@
+// The value semantics and checked access of CVectorEx.
+#include "Common_h/BCTL/CVectorEx.h"
+#include "Platform/CString.h"
+
+#include <cppunit/extensions/HelperMacros.h>
+
+using namespace BCTL::Arrays;
+using namespace BCTL::Exceptions;
+
+class CVectorExTest : public CppUnit::TestFixture
+{
+    CPPUNIT_TEST_SUITE(CVectorExTest);
+    CPPUNIT_TEST(CreateTest);
+    CPPUNIT_TEST(EqTest);
+    CPPUNIT_TEST_SUITE_END();
+
+public:
+    void CreateTest()
+    {
+        CPPUNIT_ASSERT(CVectorEx<int>().empty());
+        const CVectorEx<CString> aThree{u"1", u"2", u"4"};
+        const CVectorEx<CString> aCopy(aThree);
+        const CVectorEx<CString> aFromPointer(&aThree);
+        CPPUNIT_ASSERT_EQUAL(size_t(3), aCopy.size());
+        CPPUNIT_ASSERT_EQUAL(size_t(3), aFromPointer.size());
+        CPPUNIT_ASSERT(aFromPointer.GetValue(2) == u"4");
+        CPPUNIT_ASSERT_THROW((void)aThree.GetValue(3), CErrorBoundsException);
+        CPPUNIT_ASSERT_THROW((void)aThree.GetValue(-1), CErrorBoundsException);
+        CPPUNIT_ASSERT_THROW(CVectorEx<int>(static_cast<const CVectorEx<int>*>(nullptr)),
+                             CNullPointerException);
+    }
+
+    void EqTest()
+    {
+        CVectorEx<int> a{1, 2, 4};
+        CPPUNIT_ASSERT((a == CVectorEx<int>{1, 2, 4}));
+        CPPUNIT_ASSERT(!(a == CVectorEx<int>{1, 2}));
+        CPPUNIT_ASSERT(!(a == CVectorEx<int>{4, 2, 1}));
+
+        CVectorEx<int> b;
+        b = a;
+        CPPUNIT_ASSERT(b == a);
+        b.SetValue(2, 5);
+        CPPUNIT_ASSERT(!(b == a));
+        CPPUNIT_ASSERT_EQUAL(4, a.GetValue(2));
+        CPPUNIT_ASSERT_THROW(b.SetValue(3, 0), CErrorBoundsException);
+    }
+};
+
+CPPUNIT_TEST_SUITE_NAMED_REGISTRATION(CVectorExTest, "All Tests");

@@ -1,0 +1,14 @@
+// Paths at the boundary of the operating system: the components write "\\" or "/", the system wants
+// "/" and UTF-8.
+#pragma once
+
+#include "CString.h"
+
+#include <string>
+#include <string_view>
+
+// The path as the system takes it: every "\\" becomes "/", the text UTF-8.
+std::string ToNativePath(const CString& csPath);
+
+// A path the system gave back, as a CString (separators stay "/").
+CString FromNativePath(std::string_view szPath);

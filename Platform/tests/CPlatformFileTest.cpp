@@ -1,0 +1,406 @@
+// Files of the system, the file operations, archives and memory files, in a fresh temporary folder.
+#include "Platform/CArchive.h"
+#include "Platform/CArray.h"
+#include "Platform/CFile.h"
+#include "Platform/CMemFile.h"
+#include "Platform/FileOperations.h"
+
+#include <cppunit/extensions/HelperMacros.h>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+std::string ReadAll(const fs::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return out.str();
+}
+
+void WriteAll(const fs::path& path, const std::string& sz)
+{
+    std::ofstream(path, std::ios::binary) << sz;
+}
+
+// The cause of the failure of Open, or -1 if it opened.
+int OpenCause(const CString& csName, UINT nFlags)
+{
+    CFile file;
+    CFileException error;
+    return file.Open(csName, nFlags, &error) ? -1 : error.m_cause;
+}
+} // namespace
+
+class CPlatformFileTest : public CppUnit::TestFixture
+{
+    CPPUNIT_TEST_SUITE(CPlatformFileTest);
+    CPPUNIT_TEST(WriteReadBackTest);
+    CPPUNIT_TEST(ShareModeTest);
+    CPPUNIT_TEST(OpenFailureTest);
+    CPPUNIT_TEST(DiskFullTest);
+    CPPUNIT_TEST(TempFileNameTest);
+    CPPUNIT_TEST(MoveDeleteCreateTest);
+    CPPUNIT_TEST(SplitPathTest);
+    CPPUNIT_TEST(ArchiveCountTest);
+    CPPUNIT_TEST(ArchiveArrayTest);
+    CPPUNIT_TEST(MemFileTest);
+    CPPUNIT_TEST_SUITE_END();
+
+public:
+    void setUp() override
+    {
+        std::random_device random;
+        m_dir = fs::temp_directory_path() / ("tessaroline-pfiles-" + std::to_string(random()));
+        fs::create_directories(m_dir);
+    }
+
+    void tearDown() override
+    {
+        std::error_code error;
+        fs::remove_all(m_dir, error);
+    }
+
+    void WriteReadBackTest()
+    {
+        const CString csName = Path(u"a.bin");
+        {
+            CFile file(csName, CFile::modeCreate | CFile::modeWrite);
+            CPPUNIT_ASSERT(file.m_hFile != CFile::hFileNull);
+            CPPUNIT_ASSERT(::fcntl(file.m_hFile, F_GETFD) & FD_CLOEXEC);
+            file.Write("hello", 5);
+            CPPUNIT_ASSERT_EQUAL(std::uint64_t(5), file.GetPosition());
+            file.Close();
+            CPPUNIT_ASSERT(file.m_hFile == CFile::hFileNull);
+        }
+        // The components write "\\": it reaches the same file.
+        CString csBackslashed = csName;
+        csBackslashed.Replace(u'/', u'\\');
+        CFile file;
+        CPPUNIT_ASSERT(file.Open(csBackslashed, CFile::modeRead));
+        CPPUNIT_ASSERT_EQUAL(std::uint64_t(5), file.GetLength());
+        char aBuffer[16] = {};
+        CPPUNIT_ASSERT_EQUAL(UINT(5), file.Read(aBuffer, sizeof(aBuffer)));
+        CPPUNIT_ASSERT_EQUAL(std::string("hello"), std::string(aBuffer, 5));
+        CPPUNIT_ASSERT_EQUAL(UINT(0), file.Read(aBuffer, sizeof(aBuffer)));
+        CPPUNIT_ASSERT_EQUAL(std::uint64_t(1), file.Seek(-4, CFile::end));
+        CPPUNIT_ASSERT_EQUAL(UINT(2), file.Read(aBuffer, 2));
+        CPPUNIT_ASSERT_EQUAL(std::string("el"), std::string(aBuffer, 2));
+        CPPUNIT_ASSERT_THROW(file.Seek(-10, CFile::current), CFileException);
+        CPPUNIT_ASSERT_THROW(file.Write("x", 1), CFileException); // opened for reading
+        file.Close();
+        CPPUNIT_ASSERT_THROW(file.Read(aBuffer, 1), CFileException);
+
+        // Appending keeps the contents, creating without modeNoTruncate empties the file.
+        {
+            CFile append(csName, CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite);
+            append.SeekToEnd();
+            append.Write(" world", 6);
+        }
+        CPPUNIT_ASSERT_EQUAL(std::string("hello world"), ReadAll(m_dir / "a.bin"));
+        {
+            CFile truncate(csName, CFile::modeCreate | CFile::modeReadWrite);
+            CPPUNIT_ASSERT_EQUAL(std::uint64_t(0), truncate.GetLength());
+        }
+        CFile::Rename(csName, Path(u"b.bin"));
+        CPPUNIT_ASSERT(!fs::exists(m_dir / "a.bin") && fs::exists(m_dir / "b.bin"));
+        CFile::Remove(Path(u"b.bin"));
+        CPPUNIT_ASSERT(!fs::exists(m_dir / "b.bin"));
+        CPPUNIT_ASSERT_THROW(CFile::Remove(Path(u"b.bin")), CFileException);
+    }
+
+    void ShareModeTest()
+    {
+        const CString csName = Path(u"log.txt");
+        WriteAll(m_dir / "log.txt", "kept");
+        const UINT nLogFlags = CFile::modeWrite | CFile::shareDenyWrite;
+        CFile holder;
+        CPPUNIT_ASSERT(holder.Open(csName, nLogFlags));
+        CPPUNIT_ASSERT_EQUAL(int(CFileException::sharingViolation), OpenCause(csName, nLogFlags));
+        CPPUNIT_ASSERT_EQUAL(int(CFileException::sharingViolation),
+                             OpenCause(csName, nLogFlags | CFile::modeCreate));
+        CPPUNIT_ASSERT_EQUAL(int(CFileException::sharingViolation),
+                             OpenCause(csName, CFile::modeRead | CFile::shareDenyWrite));
+        CPPUNIT_ASSERT_EQUAL(-1, OpenCause(csName, CFile::modeRead | CFile::shareDenyNone));
+        // The refused create didn't empty the holder's file.
+        CPPUNIT_ASSERT_EQUAL(std::string("kept"), ReadAll(m_dir / "log.txt"));
+        holder.Close();
+        CPPUNIT_ASSERT_EQUAL(-1, OpenCause(csName, nLogFlags));
+
+        // Readers that deny writing share the file with each other, not with a writer.
+        CFile reader(csName, CFile::modeRead | CFile::shareDenyWrite);
+        CPPUNIT_ASSERT_EQUAL(-1, OpenCause(csName, CFile::modeRead | CFile::shareDenyWrite));
+        CPPUNIT_ASSERT_EQUAL(int(CFileException::sharingViolation), OpenCause(csName, nLogFlags));
+        CPPUNIT_ASSERT_EQUAL(int(CFileException::sharingViolation),
+                             OpenCause(csName, CFile::modeRead | CFile::shareExclusive));
+    }
+
+    void OpenFailureTest()
+    {
+        CPPUNIT_ASSERT_EQUAL(int(CFileException::fileNotFound),
+                             OpenCause(Path(u"missing.txt"), CFile::modeRead));
+        // The log's first attempt: writing without modeCreate needs the file.
+        CPPUNIT_ASSERT_EQUAL(int(CFileException::fileNotFound), OpenCause(Path(u"missing.txt"), 0x21));
+        CPPUNIT_ASSERT(!fs::exists(m_dir / "missing.txt"));
+        CPPUNIT_ASSERT_EQUAL(-1, OpenCause(Path(u"missing.txt"), 0x1021));
+        CPPUNIT_ASSERT(fs::exists(m_dir / "missing.txt"));
+        CPPUNIT_ASSERT_EQUAL(int(CFileException::badPath),
+                             OpenCause(Path(u"missing.txt/x"), CFile::modeRead));
+        CPPUNIT_ASSERT(OpenCause(Path(u"nodir/x"), CFile::modeCreate | CFile::modeWrite) >= 0);
+
+        // A folder is not a file, whichever way it is opened.
+        fs::create_directory(m_dir / "folder");
+        CPPUNIT_ASSERT_EQUAL(int(CFileException::accessDenied), OpenCause(Path(u"folder"), CFile::modeRead));
+        CPPUNIT_ASSERT(OpenCause(Path(u"folder"), CFile::modeReadWrite) >= 0);
+        CPPUNIT_ASSERT(OpenCause(Path(u"folder"), CFile::modeCreate | CFile::modeWrite) >= 0);
+        CPPUNIT_ASSERT(OpenCause(u"", CFile::modeRead) >= 0);
+
+        try
+        {
+            CFile file(Path(u"missing2.txt"), CFile::modeRead);
+            CPPUNIT_FAIL("opened a missing file");
+        }
+        catch (const CFileException& e)
+        {
+            CPPUNIT_ASSERT_EQUAL(int(CFileException::fileNotFound), e.m_cause);
+            CPPUNIT_ASSERT(e.m_strFileName == Path(u"missing2.txt"));
+        }
+    }
+
+    void DiskFullTest()
+    {
+        if (!fs::exists("/dev/full"))
+            return;
+        CFile file(u"/dev/full", CFile::modeWrite);
+        try
+        {
+            file.Write("x", 1);
+            CPPUNIT_FAIL("wrote to a full device");
+        }
+        catch (const CFileException& e)
+        {
+            CPPUNIT_ASSERT_EQUAL(int(CFileException::diskFull), e.m_cause);
+        }
+    }
+
+    void TempFileNameTest()
+    {
+        CString csFirst, csSecond;
+        CPPUNIT_ASSERT(GetTempFileName(Path(u""), u"TSTemp", 0, csFirst) != 0);
+        CPPUNIT_ASSERT(GetTempFileName(Path(u""), u"TSTemp", 0, csSecond) != 0);
+        CPPUNIT_ASSERT(csFirst != csSecond);
+        for (const CString& cs : {csFirst, csSecond})
+        {
+            CPPUNIT_ASSERT(cs.Left(Path(u"TSTemp").GetLength()) == Path(u"TSTemp"));
+            CPPUNIT_ASSERT(FileExists(cs));
+        }
+        // A folder written with "\\" and no trailing separator.
+        CString csFolder = CString::FromUtf8(m_dir.string());
+        csFolder.Replace(u'/', u'\\');
+        CString csThird;
+        CPPUNIT_ASSERT(GetTempFileName(csFolder, u"TS", 0, csThird) != 0);
+        CPPUNIT_ASSERT(csThird.Left(csFolder.GetLength() + 3) == csFolder + u"\\TS");
+        CPPUNIT_ASSERT(FileExists(csThird));
+        CPPUNIT_ASSERT_EQUAL(std::size_t(3), Count());
+
+        CString csFailed(u"previous");
+        CPPUNIT_ASSERT_EQUAL(UINT(0), GetTempFileName(Path(u"nodir"), u"TS", 0, csFailed));
+        CPPUNIT_ASSERT(csFailed.IsEmpty());
+        CPPUNIT_ASSERT_EQUAL(ERROR_PATH_NOT_FOUND, GetLastError());
+
+        // A given number only names the file.
+        CString csNamed;
+        CPPUNIT_ASSERT_EQUAL(UINT(0x1AB), GetTempFileName(Path(u""), u"TS", 0x1AB, csNamed));
+        CPPUNIT_ASSERT(csNamed == Path(u"TS1AB.tmp"));
+        CPPUNIT_ASSERT(!FileExists(csNamed));
+    }
+
+    void MoveDeleteCreateTest()
+    {
+        WriteAll(m_dir / "old", "old");
+        WriteAll(m_dir / "new", "new");
+        CPPUNIT_ASSERT(!MoveFileEx(Path(u"new"), Path(u"old"), 0));
+        CPPUNIT_ASSERT_EQUAL(ERROR_ALREADY_EXISTS, GetLastError());
+        CPPUNIT_ASSERT_EQUAL(std::string("old"), ReadAll(m_dir / "old"));
+        CPPUNIT_ASSERT(MoveFileEx(Path(u"new"), Path(u"old"), MOVEFILE_REPLACE_EXISTING));
+        CPPUNIT_ASSERT_EQUAL(ERROR_SUCCESS, GetLastError());
+        CPPUNIT_ASSERT_EQUAL(std::string("new"), ReadAll(m_dir / "old"));
+        CPPUNIT_ASSERT(!fs::exists(m_dir / "new"));
+        CPPUNIT_ASSERT(MoveFileEx(Path(u"old"), Path(u"moved"), 0));
+        CPPUNIT_ASSERT(!MoveFileEx(Path(u"old"), Path(u"moved2"), MOVEFILE_REPLACE_EXISTING));
+        CPPUNIT_ASSERT_EQUAL(ERROR_FILE_NOT_FOUND, GetLastError());
+
+        CPPUNIT_ASSERT(CreateDirectory(Path(u"sub")));
+        CPPUNIT_ASSERT(!CreateDirectory(Path(u"sub")));
+        CPPUNIT_ASSERT_EQUAL(ERROR_ALREADY_EXISTS, GetLastError());
+        CPPUNIT_ASSERT(!CreateDirectory(Path(u"a\\b")));
+        CPPUNIT_ASSERT_EQUAL(ERROR_PATH_NOT_FOUND, GetLastError());
+        CPPUNIT_ASSERT(!MoveFileEx(Path(u"moved"), Path(u"sub"), MOVEFILE_REPLACE_EXISTING));
+        CPPUNIT_ASSERT(FileExists(Path(u"moved")) && !FileExists(Path(u"sub")));
+
+        CPPUNIT_ASSERT(DeleteFile(Path(u"moved")));
+        CPPUNIT_ASSERT(!DeleteFile(Path(u"moved")));
+        CPPUNIT_ASSERT_EQUAL(ERROR_FILE_NOT_FOUND, GetLastError());
+        CPPUNIT_ASSERT(!DeleteFile(Path(u"sub")));
+        CPPUNIT_ASSERT(fs::is_directory(m_dir / "sub"));
+    }
+
+    void SplitPathTest()
+    {
+        struct
+        {
+            const char16_t* szPath;
+            const char16_t* szDir;
+            const char16_t* szName;
+            const char16_t* szExt;
+        } const aCases[] = {
+            {u"C:\\dir\\sub\\name.ext", u"C:\\dir\\sub\\", u"name", u".ext"},
+            {u"/a/b.c/file", u"/a/b.c/", u"file", u""},
+            {u"a.b.c", u"", u"a.b", u".c"},
+            {u"dir/.hidden", u"dir/", u"", u".hidden"},
+            {u"mixed\\dir/x.", u"mixed\\dir/", u"x", u"."},
+            {u"dir\\", u"dir\\", u"", u""},
+            {u"", u"", u"", u""},
+        };
+        for (const auto& test : aCases)
+        {
+            CString csDrive(u"x"), csDir, csName, csExt;
+            SplitPath(test.szPath, csDrive, csDir, csName, csExt);
+            CPPUNIT_ASSERT(csDrive.IsEmpty());
+            CPPUNIT_ASSERT(csDir == test.szDir && csName == test.szName && csExt == test.szExt);
+        }
+    }
+
+    void ArchiveCountTest()
+    {
+        const std::size_t aCounts[] = {0,       1,          0xFFFE,      0xFFFF,
+                                       0x10000, 0x12345678, 0xFFFFFFFEu, 0x123456789ull};
+        const CString csName = Path(u"counts.bin");
+        {
+            CFile file(csName, CFile::modeCreate | CFile::modeWrite);
+            CArchive ar(&file, CArchive::store, 16);
+            CPPUNIT_ASSERT(ar.IsStoring() && !ar.IsLoading());
+            for (std::size_t n : aCounts)
+                ar.WriteCount(n);
+            ar << std::int32_t(-5) << 2.5;
+            ar.Close();
+        }
+        const std::string szBytes = ReadAll(m_dir / "counts.bin");
+        CPPUNIT_ASSERT_EQUAL(std::string("\0\0\1\0\xFE\xFF\xFF\xFF\xFF\xFF\0\0", 12), szBytes.substr(0, 12));
+        CPPUNIT_ASSERT_EQUAL(std::size_t(2 + 2 + 2 + 6 + 6 + 6 + 6 + 14 + 4 + 8), szBytes.size());
+
+        CFile file(csName, CFile::modeRead);
+        CArchive ar(&file, CArchive::load, 16);
+        CPPUNIT_ASSERT(ar.IsLoading());
+        for (std::size_t n : aCounts)
+            CPPUNIT_ASSERT_EQUAL(n, ar.ReadCount());
+        std::int32_t nValue = 0;
+        double dValue = 0;
+        ar >> nValue >> dValue;
+        CPPUNIT_ASSERT(nValue == -5 && dValue == 2.5);
+        CPPUNIT_ASSERT_THROW(ar.ReadCount(), CFileException);
+
+        // Counts cut short anywhere raise the end of the file.
+        for (const char* szCut : {"", "\x05", "\xFF\xFF\x01\x02", "\xFF\xFF\xFF\xFF\xFF\xFF\x01"})
+        {
+            CMemFile memory{std::string_view(szCut)};
+            CArchive arCut(&memory, CArchive::load);
+            try
+            {
+                arCut.ReadCount();
+                CPPUNIT_FAIL("read a cut count");
+            }
+            catch (const CFileException& e)
+            {
+                CPPUNIT_ASSERT_EQUAL(int(CFileException::endOfFile), e.m_cause);
+            }
+        }
+    }
+
+    void ArchiveArrayTest()
+    {
+        CArray<std::uint32_t, std::uint32_t> aNumbers;
+        for (std::uint32_t i = 0; i < 70000; ++i)
+            aNumbers.Add(i * 2654435761u);
+        CArray<void*, void*> aPointers;
+        aPointers.Add(this);
+        aPointers.Add(nullptr);
+        CMemFile memory;
+        {
+            CArchive ar(&memory, CArchive::store, 256);
+            aNumbers.Serialize(ar);
+            aPointers.Serialize(ar);
+            ar.Write("end", 3);
+        } // the destructor flushes
+        CPPUNIT_ASSERT_EQUAL(std::uint64_t(6 + 70000 * 4 + 2 + 2 * sizeof(void*) + 3), memory.GetLength());
+
+        memory.SeekToBegin();
+        CArray<std::uint32_t, std::uint32_t> aNumbersBack;
+        CArray<void*, void*> aPointersBack;
+        aPointersBack.Add(nullptr);
+        {
+            CArchive ar(&memory, CArchive::load, 100);
+            aNumbersBack.Serialize(ar);
+            aPointersBack.Serialize(ar);
+            char aEnd[2] = {};
+            CPPUNIT_ASSERT_EQUAL(UINT(2), ar.Read(aEnd, 2));
+            // Flushing a loading archive gives the bytes read ahead back to the file.
+            ar.Flush();
+            CPPUNIT_ASSERT_EQUAL(memory.GetLength() - 1, memory.GetPosition());
+        }
+        CPPUNIT_ASSERT(aNumbersBack == aNumbers);
+        CPPUNIT_ASSERT(aPointersBack == aPointers);
+
+        // A count promising more than the data holds: the end of the file, an empty array, no huge
+        // allocation.
+        CMemFile damaged{std::string_view("\xFF\xFF\x00\x00\x00\x40"
+                                          "abcdefgh",
+                                          14)};
+        CArchive ar(&damaged, CArchive::load);
+        CPPUNIT_ASSERT_THROW(aNumbersBack.Serialize(ar), CFileException);
+        CPPUNIT_ASSERT(aNumbersBack.IsEmpty());
+    }
+
+    void MemFileTest()
+    {
+        CMemFile file(std::string_view("abc"));
+        CPPUNIT_ASSERT_EQUAL(std::uint64_t(3), file.GetLength());
+        char aBuffer[8] = {};
+        CPPUNIT_ASSERT_EQUAL(UINT(2), file.Read(aBuffer, 2));
+        file.Write("XY", 2);
+        CPPUNIT_ASSERT_EQUAL(std::string("abXY"), std::string(file.GetBytes()));
+        file.Seek(2, CFile::end);
+        file.Write("!", 1);
+        CPPUNIT_ASSERT_EQUAL(std::string("abXY\0\0!", 7), std::string(file.GetBytes()));
+        file.SeekToBegin();
+        CPPUNIT_ASSERT_EQUAL(UINT(7), file.Read(aBuffer, sizeof(aBuffer)));
+        CPPUNIT_ASSERT_EQUAL(UINT(0), file.Read(aBuffer, sizeof(aBuffer)));
+        file.Seek(100, CFile::begin);
+        CPPUNIT_ASSERT_EQUAL(UINT(0), file.Read(aBuffer, 1));
+        CPPUNIT_ASSERT_THROW(file.Seek(-1, CFile::begin), CFileException);
+        CPPUNIT_ASSERT_THROW(file.Seek(0, 7), CFileException);
+        CPPUNIT_ASSERT(!file.Open(Path(u"x"), CFile::modeRead));
+        file.Close();
+        CPPUNIT_ASSERT_THROW(file.Read(aBuffer, 1), CFileException);
+        CPPUNIT_ASSERT_THROW(file.Write("x", 1), CFileException);
+    }
+
+private:
+    CString Path(const char16_t* szName) const { return CString::FromUtf8((m_dir / "").string()) + szName; }
+    std::size_t Count() const
+    {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(m_dir), fs::directory_iterator()));
+    }
+
+    fs::path m_dir;
+};
+
+CPPUNIT_TEST_SUITE_NAMED_REGISTRATION(CPlatformFileTest, "All Tests");

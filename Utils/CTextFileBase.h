@@ -1,0 +1,65 @@
+// CTextFileBase: what the text file reader and writer share: the file, its encoding, the kind of
+// line end, and a buffer of their own so that the file is touched once per 1024 bytes.
+#pragma once
+
+#include "Platform/CFile.h"
+
+#include <string>
+
+class CTextFileBase
+{
+public:
+    // Encodings: a code page is 0 or above (0 being the system's 8-bit page); these are the others.
+    static constexpr int ENCODING_UTF16_BE = -1;
+    static constexpr int ENCODING_UTF16_LE = -2;
+    static constexpr int ENCODING_UTF8 = -3;
+    // Kinds of line end.
+    static constexpr int EOL_UNKNOWN = 0;
+    static constexpr int EOL_CRLF = 1;
+    static constexpr int EOL_LF = 2;
+    static constexpr int EOL_CR = 3;
+    // Size of the byte buffer between the object and its file.
+    static constexpr int BUFFER_SIZE = 1024;
+
+    CTextFileBase(const CTextFileBase&) = delete;
+    CTextFileBase& operator=(const CTextFileBase&) = delete;
+    virtual ~CTextFileBase();
+
+    // True if there is a file and it has a handle.
+    [[nodiscard]] bool IsOpen() const noexcept;
+    // Lets go of the file: one the object opened itself is closed and freed; one given to it is
+    // left open to its owner. Raises CFileException if closing fails.
+    virtual void Close();
+
+    // The encoding: a code page, or ENCODING_UTF16_BE, ENCODING_UTF16_LE, ENCODING_UTF8.
+    [[nodiscard]] int GetEncoding() const noexcept { return m_nEncoding; }
+    void SetEncoding(int nEncoding) noexcept { m_nEncoding = nEncoding; }
+    // The kind of line end: found by reading a file in a code page, used by writing one.
+    [[nodiscard]] int GetLineEnd() const noexcept { return m_nLineEnd; }
+    void SetLineEnd(int nLineEnd) noexcept { m_nLineEnd = nLineEnd; }
+
+    // Converts szText, up to its NUL, from the encoding taken as a code page. An unknown page
+    // gives an empty result.
+    void CharToWstring(const char* szText, std::u16string& strResult) const;
+    // Converts szText, up to its NUL, to the encoding taken as a code page. The result is cut to
+    // as many bytes as szText has characters, so a character taking two bytes costs the end of
+    // the text; writers of multi-byte pages rely on nothing more.
+    void WcharToString(const char16_t* szText, std::string& strResult) const;
+
+protected:
+    CTextFileBase(CFile* pFile, bool bOwnFile, int nEncoding) noexcept;
+
+    // Forgets the buffered bytes: the next byte operation starts a new buffer.
+    void ResetBuffer() noexcept;
+
+    int m_nLineEnd = EOL_UNKNOWN;              // kind of line end, EOL_...
+    int m_nEncoding = 0;                       // code page or ENCODING_...
+    CFile* m_pFile = nullptr;                  // the file, null once closed
+    bool m_bOwnFile = false;                   // the file was opened here and is freed by Close
+    bool m_bEndOfFile = false;                 // the reader found the end
+    unsigned char m_aBuffer[BUFFER_SIZE] = {}; // bytes between the object and the file
+    int m_nBufferPos = -1;                     // index of the last byte used, -1 before the first
+    int m_nBufferFill = 0;                     // bytes the reader's buffer holds
+    bool m_bUnread = false;                    // a character was pushed back
+    char16_t m_chUnread = 0;                   // the reader's terminator of the last line
+};
