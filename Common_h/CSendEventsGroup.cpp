@@ -35,9 +35,6 @@ CSendEventsGroup::~CSendEventsGroup() noexcept(false)
         }
     }
     else
-    {
-        const DWORD d = *m_pdwPendingEvents;
-        *m_pdwPendingEvents = NO_EVENTS_GROUP;
-        m_pSender->SendEvents(d);
-    }
+        m_pSender->SendEvents(*m_pdwPendingEvents);
+    *m_pdwPendingEvents = NO_EVENTS_GROUP;
 }

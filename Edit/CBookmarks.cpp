@@ -33,18 +33,18 @@ void CBookmarks::OnChangeBookmark(IBookmarkItem* pItem)
 
 IBookmarks::IBookmarkItem* CBookmarks::AddBookmark(int nLine, int nNumber)
 {
-    auto pItem = std::make_unique<CBookmarkItem>(this, nLine, nNumber);
-    AddBookmark(pItem.get());
-    return pItem.release();
+    auto pNew = std::make_unique<CBookmarkItem>(this, nLine, nNumber);
+    InsertBookmarkAt(pNew.get(), GetInsertIndex(nLine));
+    IBookmarkItem* pItem = pNew.release();
+    OnAddBookmark(pItem);
+    return pItem;
 }
 
 void CBookmarks::AddBookmark(IBookmarkItem* pItem)
 {
-    const int nLine = pItem->GetLine();
-    int nIndex = 0;
-    while (nIndex < GetSize() && GetAt(nIndex)->GetLine() <= nLine)
-        ++nIndex;
-    InsertBookmarkAt(pItem, nIndex);
+    if (!pItem)
+        AfxThrowInvalidArgException();
+    InsertBookmarkAt(pItem, GetInsertIndex(pItem->GetLine()));
     OnAddBookmark(pItem);
 }
 
@@ -195,6 +195,14 @@ IBookmarks::IBookmarkItem* CBookmarks::FindItem(int nLine)
             break;
     }
     return nullptr;
+}
+
+int CBookmarks::GetInsertIndex(int nLine) const
+{
+    int nIndex = 0;
+    while (nIndex < GetSize() && GetAt(nIndex)->GetLine() <= nLine)
+        ++nIndex;
+    return nIndex;
 }
 
 void CBookmarks::DeleteAt(int nIndex)

@@ -86,6 +86,8 @@ public:
 private:
     // The first item on nLine, scanning up to the first item behind it; null if there is none.
     IBookmarkItem* FindItem(int nLine);
+    // Behind the last item whose line is not greater than nLine: equal lines keep the order of adding.
+    [[nodiscard]] int GetInsertIndex(int nLine) const;
     // Takes the item at nIndex out of the array and deletes it.
     void DeleteAt(int nIndex);
 

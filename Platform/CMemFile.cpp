@@ -7,6 +7,7 @@
 
 CMemFile::CMemFile(const void* pData, std::size_t nSize)
 {
+    m_hFile = MEMORY_HANDLE;
     if (nSize != 0)
     {
         if (!pData)
@@ -37,12 +38,12 @@ void CMemFile::Abort() noexcept
     m_aData.clear();
     m_aData.shrink_to_fit();
     m_nPosition = 0;
-    m_bOpen = false;
+    m_hFile = hFileNull;
 }
 
 void CMemFile::CheckOpen() const
 {
-    if (!m_bOpen)
+    if (m_hFile != MEMORY_HANDLE)
         throw CFileException(CFileException::invalidFile, EBADF, GetFilePath());
 }
 

@@ -10,11 +10,16 @@
 class CMemFile : public CFile
 {
 public:
+    // While open, m_hFile holds MEMORY_HANDLE (no descriptor) so that the usual test against hFileNull
+    // tells an open memory file from a closed one.
+    static constexpr int MEMORY_HANDLE = -2;
+
     // An empty file, open for reading and writing at position 0.
-    CMemFile() = default;
+    CMemFile() { m_hFile = MEMORY_HANDLE; }
     // A file holding a copy of the bytes, positioned at its start.
     CMemFile(const void* pData, std::size_t nSize);
     explicit CMemFile(std::string_view szBytes) : CMemFile(szBytes.data(), szBytes.size()) {}
+    ~CMemFile() override { m_hFile = hFileNull; }
 
     // A memory file opens no named file.
     BOOL Open(const CString& csFileName, UINT nOpenFlags, CFileException* pError = nullptr) override;
@@ -42,5 +47,4 @@ private:
 
     std::vector<BYTE> m_aData;
     std::size_t m_nPosition = 0;
-    bool m_bOpen = true;
 };

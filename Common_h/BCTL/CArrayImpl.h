@@ -39,7 +39,7 @@ public:
         this->CheckIndex(nIndex, this->GetSize() - 1);
         if (nCount == -1)
             nCount = this->GetSize() - nIndex;
-        this->RemoveAt(nIndex, nCount);
+        this->PassOn([&] { this->RemoveAt(nIndex, nCount); });
     }
 
     void Clear() override

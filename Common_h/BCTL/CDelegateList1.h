@@ -45,7 +45,7 @@ public:
         const auto it = Find(pDelegate);
         if (it == m_aEntries.end())
             return;
-        if (false)
+        if (m_nInvokeDepth > 0)
         {
             it->bRemoved = true;
             m_bPendingRemovals = true;

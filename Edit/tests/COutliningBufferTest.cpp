@@ -2,6 +2,7 @@
 #include "Edit/COutliningBuffer.h"
 #include "Edit/CDeleteTextContext.h"
 #include "Edit/CInsertTextContext.h"
+#include "Edit/CTextBuffer.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <string>
@@ -55,6 +56,7 @@ class COutliningBufferTest : public CppUnit::TestFixture
     CPPUNIT_TEST(ShowTypeTest);
     CPPUNIT_TEST(RemoveAndRangeTest);
     CPPUNIT_TEST(UpdateBlocksTest);
+    CPPUNIT_TEST(FollowsTextBufferTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -121,8 +123,8 @@ public:
         buffer.AddEventsHandler(&recorder);
         IOutlining* pNew = buffer.AddOutliningBlock(CPoint(0, 3), CPoint(0, 8), u"", u"css");
         CPPUNIT_ASSERT_EQUAL(1, buffer.GetSize());
-        CPPUNIT_ASSERT(buffer.GetAt(0) == pNew && pNew != pOld);
-        CPPUNIT_ASSERT(Spans(buffer, 0, CPoint(0, 3), CPoint(0, 8)));
+        CPPUNIT_ASSERT(buffer.GetAt(0) == pNew); // the old one is destroyed: its address may come back
+        CPPUNIT_ASSERT(Spans(buffer, 0, CPoint(0, 3), CPoint(0, 8)) && pNew->GetBlockType() == u"css");
         CPPUNIT_ASSERT((recorder.m_aNames ==
                         std::vector<std::string>{"BeforeRemove", "AfterRemove", "BeforeAdd", "AfterAdd"}));
         CPPUNIT_ASSERT(recorder.m_aBlocks[0] == pOld && recorder.m_aBlocks[3] == pNew);
@@ -331,6 +333,33 @@ public:
         buffer.UpdateBlocks(nullptr);
         CPPUNIT_ASSERT(Spans(buffer, 0, CPoint(2, 4), CPoint(1, 5)));
         buffer.RemoveEventsHandler(&recorder);
+    }
+
+    void FollowsTextBufferTest()
+    {
+        CTextBuffer text;
+        text.Create();
+        CPoint ptEnd;
+        text.InsertText(CPoint(0, 0), u"<html>\r\n<body>\r\n<p>\r\n</p>\r\n</body>\r\n</html>", ptEnd);
+        IOutliningBuffer* pOutlining = text.GetOutliningBuffer();
+        IOutlining* pBody = pOutlining->AddOutliningBlock(CPoint(0, 1), CPoint(7, 4), u"...", u"html");
+        IOutlining* pPara = pOutlining->AddOutliningBlock(CPoint(0, 2), CPoint(4, 3), u"...", u"html");
+        CPPUNIT_ASSERT(pBody && pPara);
+
+        // Two lines typed at the start of the document move both regions down.
+        text.InsertText(CPoint(0, 0), u"a\r\nb\r\n", ptEnd);
+        CPPUNIT_ASSERT(pBody->GetStart() == CPoint(0, 3) && pBody->GetEnd() == CPoint(7, 6));
+        CPPUNIT_ASSERT(pPara->GetStart() == CPoint(0, 4) && pPara->GetEnd() == CPoint(4, 5));
+        CPPUNIT_ASSERT_EQUAL(OUTLINING_START | OUTLINING_HAS_PARENT, pOutlining->GetOutliningState(4));
+
+        // Deleting the paragraph's lines takes it out silently; it stays readable until the end.
+        text.DeleteText(CPoint(0, 4), CPoint(0, 6));
+        COutliningArray aFound;
+        pOutlining->GetBlocksInRange(CPoint(0, 0), CPoint(0, 99), aFound);
+        CPPUNIT_ASSERT(aFound.GetSize() == 1 && aFound[0] == pBody);
+        CPPUNIT_ASSERT(pBody->GetEnd() == CPoint(7, 4));
+        CPPUNIT_ASSERT(pPara->GetStart() == pPara->GetEnd());
+        text.Close();
     }
 };
 

@@ -96,6 +96,7 @@ public:
         CPPUNIT_ASSERT_THROW(file.Seek(-10, CFile::current), CFileException);
         CPPUNIT_ASSERT_THROW(file.Write("x", 1), CFileException); // opened for reading
         file.Close();
+        CPPUNIT_ASSERT(file.m_hFile == CFile::hFileNull);
         CPPUNIT_ASSERT_THROW(file.Read(aBuffer, 1), CFileException);
 
         // Appending keeps the contents, creating without modeNoTruncate empties the file.
@@ -371,6 +372,7 @@ public:
     void MemFileTest()
     {
         CMemFile file(std::string_view("abc"));
+        CPPUNIT_ASSERT(file.m_hFile != CFile::hFileNull);
         CPPUNIT_ASSERT_EQUAL(std::uint64_t(3), file.GetLength());
         char aBuffer[8] = {};
         CPPUNIT_ASSERT_EQUAL(UINT(2), file.Read(aBuffer, 2));
@@ -388,6 +390,7 @@ public:
         CPPUNIT_ASSERT_THROW(file.Seek(0, 7), CFileException);
         CPPUNIT_ASSERT(!file.Open(Path(u"x"), CFile::modeRead));
         file.Close();
+        CPPUNIT_ASSERT(file.m_hFile == CFile::hFileNull);
         CPPUNIT_ASSERT_THROW(file.Read(aBuffer, 1), CFileException);
         CPPUNIT_ASSERT_THROW(file.Write("x", 1), CFileException);
     }

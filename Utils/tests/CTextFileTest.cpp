@@ -247,6 +247,7 @@ public:
         CPPUNIT_ASSERT(std::vector<std::string>({"a"}) == ReadLines(fileOdd));
 
         // A NUL byte ends the text of a line in a code page, not the line.
+        nEncoding = 0;
         CTextFileRead fileNul(MakeFile("nul.txt", std::string("ab\0cd\nef", 8)), nEncoding);
         CPPUNIT_ASSERT(std::vector<std::string>({"ab", "ef"}) == ReadLines(fileNul));
     }

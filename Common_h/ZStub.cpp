@@ -1,0 +1,2 @@
+#include "Platform/SystemMessages.h"
+CString GetSystemMessageText(HRESULT) { return CString(u"Unspecified failure"); }

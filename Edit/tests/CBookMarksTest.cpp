@@ -1,0 +1,376 @@
+// Bookmarks: order, toggling with numbers, next and previous with wrap, following edits, storing.
+#include "Edit/CBookmarks.h"
+#include "Edit/CBookmarkItem.h"
+#include "Edit/CEmptyTextBufferEvents.h"
+#include "Edit/CTextBuffer.h"
+#include "Edit/ITextProcessor.h"
+
+#include "Platform/CArchive.h"
+#include "Platform/CFile.h"
+
+#include <cppunit/extensions/HelperMacros.h>
+#include <string>
+#include <vector>
+
+namespace
+{
+const char16_t* const SERIALIZE_FILE = u"..\\Edit\\tests\\testfiles\\BookmarkSerializeTest.dat";
+
+// Records each bookmark event as "name" with its item.
+class CBookmarksRecorder : public IBookmarksEvents
+{
+public:
+    void OnGoToBookmark(IBookmarks* pOwner, IBookmarks::IBookmarkItem* p) override { Add(pOwner, "GoTo", p); }
+    void OnAddBookmark(IBookmarks* pOwner, IBookmarks::IBookmarkItem* p) override { Add(pOwner, "Add", p); }
+    void OnDeleteBookmark(IBookmarks* pOwner, IBookmarks::IBookmarkItem* p) override
+    {
+        Add(pOwner, "Delete", p);
+        m_aDeletedLines.push_back(p->GetLine()); // the item still lives here
+    }
+    void OnChangeBookmark(IBookmarks* pOwner, IBookmarks::IBookmarkItem* p) override
+    {
+        Add(pOwner, "Change", p);
+    }
+
+    std::vector<std::string> m_aNames;
+    std::vector<IBookmarks::IBookmarkItem*> m_aItems;
+    std::vector<int> m_aDeletedLines;
+    IBookmarks* m_pOwner = nullptr;
+
+private:
+    void Add(IBookmarks* pOwner, const char* szName, IBookmarks::IBookmarkItem* p)
+    {
+        m_pOwner = pOwner;
+        m_aNames.emplace_back(szName);
+        m_aItems.push_back(p);
+    }
+};
+
+// A caret that records how it is asked and moved.
+class CCaretRecorder : public ITextProcessor
+{
+public:
+    CPoint GetCursorPosInDoc(BOOL) override
+    {
+        ++m_nReads;
+        return m_pt;
+    }
+    void SetCursorPosInDoc(CPoint pt, BOOL bEnsureVisible, BOOL bSetDesiredColumn) override
+    {
+        m_pt = pt;
+        m_bEnsureVisible = bEnsureVisible;
+        m_bSetDesiredColumn = bSetDesiredColumn;
+    }
+
+    CPoint m_pt{7, 3};
+    int m_nReads = 0;
+    BOOL m_bEnsureVisible = FALSE;
+    BOOL m_bSetDesiredColumn = FALSE;
+};
+
+std::vector<BYTE> ReadAll(const CString& csFile)
+{
+    CFile file;
+    std::vector<BYTE> aBytes;
+    if (!file.Open(csFile, CFile::modeRead))
+        return aBytes;
+    BYTE buf[4096];
+    while (UINT n = file.Read(buf, sizeof(buf)))
+        aBytes.insert(aBytes.end(), buf, buf + n);
+    return aBytes;
+}
+
+// The owner's part: hands the edits of a text buffer to the bookmarks.
+class CBookmarksFollower : public CEmptyTextBufferEvents
+{
+public:
+    explicit CBookmarksFollower(IBookmarks& bookmarks) : m_bookmarks(bookmarks) {}
+    void OnAfterInsert(ITextBuffer*, const CPoint& ptStart, const CString&, const CPoint& ptEnd,
+                       IChangeContext*) override
+    {
+        m_bookmarks.OnAfterInsertText(ptStart, ptEnd);
+    }
+    void OnAfterDelete(ITextBuffer*, const CPoint& ptStart, const CPoint& ptEnd, IChangeContext*) override
+    {
+        m_bookmarks.OnAfterDeleteText(ptStart, ptEnd);
+    }
+
+private:
+    IBookmarks& m_bookmarks;
+};
+
+// Puts the file's bytes back as they were when made, whatever the case did in between.
+class CRestoreFile
+{
+public:
+    explicit CRestoreFile(const CString& csFile) : m_csFile(csFile), m_aBytes(ReadAll(csFile)) {}
+    CRestoreFile(const CRestoreFile&) = delete;
+    CRestoreFile& operator=(const CRestoreFile&) = delete;
+    ~CRestoreFile()
+    {
+        CFile file;
+        if (file.Open(m_csFile, CFile::modeCreate | CFile::modeWrite))
+        {
+            if (!m_aBytes.empty())
+                file.Write(m_aBytes.data(), static_cast<UINT>(m_aBytes.size()));
+            file.Close();
+        }
+    }
+
+    const CString m_csFile;
+    const std::vector<BYTE> m_aBytes;
+};
+} // namespace
+
+class CBookMarksTest : public CppUnit::TestFixture
+{
+    CPPUNIT_TEST_SUITE(CBookMarksTest);
+    CPPUNIT_TEST(AddBookmarkTest);
+    CPPUNIT_TEST(SetBookmarkTest);
+    CPPUNIT_TEST(GetNextBookmarkLineTest);
+    CPPUNIT_TEST(GetPrevBookmarkLineTest);
+    CPPUNIT_TEST(OnAfterInsertTextTest);
+    CPPUNIT_TEST(OnAfterDeleteTextTest);
+    CPPUNIT_TEST(OnAfterDeleteTextTest1);
+    CPPUNIT_TEST(OnAfterDeleteTextTest2);
+    CPPUNIT_TEST(OnAfterDeleteTextTest3);
+    CPPUNIT_TEST(SerializeTest);
+    CPPUNIT_TEST(EventsAndGoToTest);
+    CPPUNIT_TEST(FollowsTextBufferTest);
+    CPPUNIT_TEST_SUITE_END();
+
+public:
+    void setUp() override
+    {
+        m_bookmarks.AddBookmark(10, -1);
+        m_bookmarks.AddBookmark(0, -1);
+        m_bookmarks.AddBookmark(2, -1);
+        m_bookmarks.AddBookmark(1, -1);
+    }
+
+    void AddBookmarkTest()
+    {
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 10}));
+        CPPUNIT_ASSERT(m_bookmarks.HasBookmarks());
+        IMarkerItem* pMarker = m_bookmarks.GetMarkerItem(2);
+        CPPUNIT_ASSERT(pMarker == m_bookmarks.GetAt(2));
+        CPPUNIT_ASSERT(!m_bookmarks.GetMarkerItem(5));
+        CPPUNIT_ASSERT_EQUAL(2, pMarker->GetMarkerKind());
+        CPPUNIT_ASSERT(pMarker->GetColorInfo() == ITextColorBuffer::COLOR_INFO{});
+        CPPUNIT_ASSERT(m_bookmarks.GetAt(0)->GetNumber() == -1);
+
+        // A second item on a line comes behind the first; the lookup still finds the first.
+        IBookmarks::IBookmarkItem* pSecond = m_bookmarks.AddBookmark(2, 4);
+        CPPUNIT_ASSERT(m_bookmarks.GetAt(3) == pSecond);
+        CPPUNIT_ASSERT(m_bookmarks.GetMarkerItem(2) == m_bookmarks.GetAt(2));
+
+        // Inserting anywhere but 0 to the count is refused and leaves the array alone.
+        CBookmarkItem free(nullptr, 3);
+        CPPUNIT_ASSERT_THROW(m_bookmarks.InsertBookmarkAt(&free, 9), CInvalidArgException);
+        CPPUNIT_ASSERT_EQUAL(5, m_bookmarks.GetSize());
+    }
+
+    void SetBookmarkTest()
+    {
+        m_bookmarks.SetBookmark(5, 1);
+        IBookmarks::IBookmarkItem* pFive = m_bookmarks.GetNumNameBookmark(1);
+        CPPUNIT_ASSERT(pFive && pFive->GetLine() == 5);
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 5, 10}));
+
+        // The number moves to another line; the old holder keeps its bookmark without it.
+        m_bookmarks.SetBookmark(1, 1);
+        CPPUNIT_ASSERT(m_bookmarks.GetNumNameBookmark(1)->GetLine() == 1);
+        CPPUNIT_ASSERT_EQUAL(-1, pFive->GetNumber());
+        CPPUNIT_ASSERT_EQUAL(5, m_bookmarks.GetSize());
+
+        // A different number on a marked line replaces its number; the same number switches it off.
+        m_bookmarks.SetBookmark(1, 3);
+        CPPUNIT_ASSERT(!m_bookmarks.HasNumBookmark(1) && m_bookmarks.HasNumBookmark(3));
+        m_bookmarks.SetBookmark(1, 3);
+        CPPUNIT_ASSERT(!m_bookmarks.GetNumNameBookmark(3));
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 2, 5, 10}));
+
+        // Without a number: on and off.
+        m_bookmarks.SetBookmark(0, -1);
+        m_bookmarks.SetBookmark(7, -1);
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{2, 5, 7, 10}));
+        m_bookmarks.RemoveBookmark(5);
+        m_bookmarks.RemoveBookmark(6); // nothing there
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{2, 7, 10}));
+        m_bookmarks.RemoveAllBookmarks();
+        CPPUNIT_ASSERT(!m_bookmarks.HasBookmarks());
+    }
+
+    void GetNextBookmarkLineTest()
+    {
+        CPPUNIT_ASSERT_EQUAL(1, m_bookmarks.GetNextBookmark(0)->GetLine());
+        CPPUNIT_ASSERT_EQUAL(2, m_bookmarks.GetNextBookmark(1)->GetLine());
+        CPPUNIT_ASSERT_EQUAL(10, m_bookmarks.GetNextBookmark(2)->GetLine());
+        CPPUNIT_ASSERT_EQUAL(10, m_bookmarks.GetNextBookmark(5)->GetLine());
+        CPPUNIT_ASSERT_EQUAL(0, m_bookmarks.GetNextBookmark(10)->GetLine());
+        CBookmarks empty;
+        CPPUNIT_ASSERT(!empty.GetNextBookmark(0));
+    }
+
+    void GetPrevBookmarkLineTest()
+    {
+        CPPUNIT_ASSERT_EQUAL(10, m_bookmarks.GetPrevBookmark(0)->GetLine());
+        CPPUNIT_ASSERT_EQUAL(0, m_bookmarks.GetPrevBookmark(1)->GetLine());
+        CPPUNIT_ASSERT_EQUAL(1, m_bookmarks.GetPrevBookmark(2)->GetLine());
+        CPPUNIT_ASSERT_EQUAL(2, m_bookmarks.GetPrevBookmark(10)->GetLine());
+        CPPUNIT_ASSERT_EQUAL(10, m_bookmarks.GetPrevBookmark(11)->GetLine());
+        CBookmarks empty;
+        CPPUNIT_ASSERT(!empty.GetPrevBookmark(0));
+    }
+
+    void OnAfterInsertTextTest()
+    {
+        // Two line breaks behind the start of line 1: line 1 keeps its mark, what follows moves.
+        m_bookmarks.OnAfterInsertText(CPoint(3, 1), CPoint(0, 3));
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 4, 12}));
+        // Text within one line moves nothing.
+        m_bookmarks.OnAfterInsertText(CPoint(0, 0), CPoint(5, 0));
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 4, 12}));
+        // A line break at column 0 pushes that line's mark down too.
+        m_bookmarks.OnAfterInsertText(CPoint(0, 0), CPoint(0, 1));
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{1, 2, 5, 13}));
+    }
+
+    void OnAfterDeleteTextTest()
+    {
+        m_bookmarks.OnAfterDeleteText(CPoint(0, 5), CPoint(0, 6));
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 9}));
+    }
+
+    void OnAfterDeleteTextTest1()
+    {
+        // Line 1 joins line 0, which is marked already: line 1's mark dies, line 2's moves up.
+        IBookmarks::IBookmarkItem* pTwo = m_bookmarks.GetAt(2);
+        m_bookmarks.OnAfterDeleteText(CPoint(0, 1), CPoint(0, 2));
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 9}));
+        CPPUNIT_ASSERT(m_bookmarks.GetAt(1) == pTwo);
+    }
+
+    void OnAfterDeleteTextTest2()
+    {
+        // The range starts at column 0 of line 10 and ends inside line 11: line 10's mark dies.
+        m_bookmarks.OnAfterDeleteText(CPoint(0, 10), CPoint(10, 11));
+        CPPUNIT_ASSERT(!m_bookmarks.GetMarkerItem(10));
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2}));
+
+        // A range from behind column 0 of a marked line keeps that mark.
+        m_bookmarks.OnAfterDeleteText(CPoint(4, 1), CPoint(2, 2));
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1}));
+    }
+
+    void OnAfterDeleteTextTest3()
+    {
+        m_bookmarks.OnAfterDeleteText(CPoint(0, 20), CPoint(0, 30));
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 10}));
+        m_bookmarks.OnAfterDeleteText(CPoint(0, 1), CPoint(9, 1)); // within one line
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 10}));
+    }
+
+    void SerializeTest()
+    {
+        CRestoreFile restore(SERIALIZE_FILE);
+        CPPUNIT_ASSERT(!restore.m_aBytes.empty()); // the data file is part of the tree
+
+        CFile file;
+        if (file.Open(SERIALIZE_FILE, CFile::modeReadWrite | CFile::shareExclusive))
+        {
+            file.SeekToBegin();
+            CArchive ar(&file, CArchive::store, 4096);
+            m_bookmarks.Serialize(ar);
+            ar.Close();
+            file.Close();
+        }
+
+        // Count in two bytes, then the item pointers as they lie in memory.
+        const std::vector<BYTE> aBytes = ReadAll(SERIALIZE_FILE);
+        CPPUNIT_ASSERT(aBytes.size() >= 2 + 4 * sizeof(void*));
+        CPPUNIT_ASSERT(aBytes[0] == 4 && aBytes[1] == 0);
+
+        CFile in;
+        CPPUNIT_ASSERT(in.Open(SERIALIZE_FILE, CFile::modeRead));
+        CArchive arIn(&in, CArchive::load, 4096);
+        CArray<IBookmarks::IBookmarkItem*, IBookmarks::IBookmarkItem*> aStored;
+        aStored.Serialize(arIn);
+        CPPUNIT_ASSERT_EQUAL(4, aStored.GetSize());
+        for (int i = 0; i < 4; ++i)
+            CPPUNIT_ASSERT(aStored[i] == m_bookmarks.GetAt(i));
+
+        // Loading into the bookmarks themselves reads the form past and keeps the items.
+        in.SeekToBegin();
+        CArchive arAgain(&in, CArchive::load, 4096);
+        m_bookmarks.Serialize(arAgain);
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 10}));
+    }
+
+    void EventsAndGoToTest()
+    {
+        CBookmarksRecorder recorder;
+        m_bookmarks.AddEventsHandler(&recorder);
+        IBookmarks::IBookmarkItem* pTwo = m_bookmarks.GetAt(2);
+
+        CCaretRecorder caret;
+        pTwo->GoTo(nullptr);
+        CPPUNIT_ASSERT(recorder.m_aNames.empty());
+        pTwo->GoTo(&caret);
+        CPPUNIT_ASSERT(caret.m_pt == CPoint(0, 2));
+        CPPUNIT_ASSERT(caret.m_nReads == 1 && caret.m_bEnsureVisible && caret.m_bSetDesiredColumn);
+        CPPUNIT_ASSERT(recorder.m_aNames.back() == "GoTo" && recorder.m_aItems.back() == pTwo);
+        CPPUNIT_ASSERT(recorder.m_pOwner == static_cast<IBookmarks*>(&m_bookmarks));
+
+        pTwo->SetLine(3);
+        CPPUNIT_ASSERT(recorder.m_aNames.back() == "Change");
+
+        // A bad index does nothing; a good one deletes the item with its event.
+        m_bookmarks.DeleteBookmarkAt(-1);
+        m_bookmarks.DeleteBookmarkAt(4);
+        CPPUNIT_ASSERT_EQUAL(4, m_bookmarks.GetSize());
+        m_bookmarks.DeleteBookmarkAt(2);
+        CPPUNIT_ASSERT(recorder.m_aNames.back() == "Delete" && recorder.m_aDeletedLines.back() == 3);
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 10}));
+
+        m_bookmarks.RemoveAllBookmarks();
+        CPPUNIT_ASSERT((recorder.m_aDeletedLines == std::vector<int>{3, 0, 1, 10}));
+        m_bookmarks.AddBookmark(4, -1);
+        CPPUNIT_ASSERT(recorder.m_aNames.back() == "Add");
+        CPPUNIT_ASSERT_EQUAL(1, m_bookmarks.RemoveEventsHandler(&recorder));
+    }
+
+    void FollowsTextBufferTest()
+    {
+        CTextBuffer text;
+        text.Create();
+        CPoint ptEnd;
+        text.InsertText(CPoint(0, 0), u"0\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n11", ptEnd);
+        CBookmarksFollower follower(m_bookmarks);
+        text.AddEventsHandler(&follower);
+
+        text.InsertText(CPoint(0, 1), u"new\r\n", ptEnd); // in front of line 1
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 2, 3, 11}));
+        text.DeleteText(CPoint(1, 0), CPoint(1, 2)); // joins line 2 to line 0's text
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 9}));
+        text.GetUndoRedoBuffer()->Undo();
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 2, 11}));
+        CPPUNIT_ASSERT(text.GetLine(11) == u"10");
+
+        text.RemoveEventsHandler(&follower);
+        text.Close();
+    }
+
+private:
+    std::vector<int> Lines()
+    {
+        std::vector<int> aLines;
+        for (IBookmarks::IBookmarkItem* pItem : m_bookmarks)
+            aLines.push_back(pItem->GetLine());
+        return aLines;
+    }
+
+    CBookmarks m_bookmarks;
+};
+
+CPPUNIT_TEST_SUITE_NAMED_REGISTRATION(CBookMarksTest, "All Tests");

@@ -1,0 +1,578 @@
+// The text buffer: loading and saving, edits with their events, undo groups and the modified state.
+#include "Edit/CTextBuffer.h"
+#include "Edit/CEmptyTextBufferEvents.h"
+
+#include "Platform/CException.h"
+#include "Platform/FileOperations.h"
+#include "Platform/NativePath.h"
+
+#include <cppunit/extensions/HelperMacros.h>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+namespace
+{
+const CString TEST_FILES = u"..\\Edit\\tests\\testfiles\\";
+
+// An action description that counts its destruction.
+class CKillerOperation : public IEditOperation
+{
+public:
+    explicit CKillerOperation(int* pDestroyed = nullptr) : m_pDestroyed(pDestroyed) {}
+    ~CKillerOperation() override
+    {
+        if (m_pDestroyed)
+            ++*m_pDestroyed;
+    }
+    CString GetDescription() override { return u"Killer"; }
+
+private:
+    int* m_pDestroyed;
+};
+
+// Records the events as letters and checks what the store holds at each of them.
+class CJournal : public CEmptyTextBufferEvents
+{
+public:
+    void OnBeginChange(ITextBuffer*) override { m_csEvents += u'B'; }
+    void OnEndChange(ITextBuffer*, IChangeContext* pContext) override
+    {
+        m_csEvents += u'E';
+        m_ptMoved = CPoint(0, 0);
+        pContext->ChangePoint(&m_ptMoved, FALSE);
+    }
+    void OnBeforeInsert(ITextBuffer* pBuffer, const CPoint& ptStart, const CString&) override
+    {
+        m_csEvents += u'i';
+        m_csLineBefore = pBuffer->GetLine(ptStart.y);
+    }
+    void OnAfterInsert(ITextBuffer* pBuffer, const CPoint& ptStart, const CString&, const CPoint& ptEnd,
+                       IChangeContext* pContext) override
+    {
+        m_csEvents += u'I';
+        m_csLineAfter = pBuffer->GetLine(ptEnd.y);
+        CPoint pt = ptStart;
+        pContext->ChangePoint(&pt, FALSE);
+        m_bContextMatches = pt == ptEnd;
+    }
+    void OnBeforeDelete(ITextBuffer*, const CPoint&, const CPoint&) override { m_csEvents += u'd'; }
+    void OnAfterDelete(ITextBuffer* pBuffer, const CPoint& ptStart, const CPoint&, IChangeContext*) override
+    {
+        m_csEvents += u'D';
+        m_csLineAfter = pBuffer->GetLine(ptStart.y);
+    }
+
+    CString m_csEvents;
+    CString m_csLineBefore;
+    CString m_csLineAfter;
+    CPoint m_ptMoved;
+    bool m_bContextMatches = false;
+};
+
+// A marker source that counts its destruction.
+class CMarkers : public ILinesMarkers
+{
+public:
+    explicit CMarkers(int& nDestroyed) : m_nDestroyed(nDestroyed) {}
+    ~CMarkers() override { ++m_nDestroyed; }
+    IMarkerItem* GetMarkerItem(int) override { return nullptr; }
+    void OnMarkersChanged(int, int) override {}
+    void OnMarkersReset() override {}
+
+private:
+    int& m_nDestroyed;
+};
+
+CString AllText(ITextBuffer& buffer)
+{
+    CString csText;
+    buffer.GetAllText(csText);
+    return csText;
+}
+
+void RemoveFile(const CString& csFile)
+{
+    if (FileExists(csFile))
+        DeleteFile(csFile);
+}
+
+int CountTempFiles(const CString& csDir)
+{
+    int nCount = 0;
+    std::error_code ec;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::filesystem::path(ToNativePath(csDir)), ec))
+        if (entry.path().filename().string().rfind("TSTemp", 0) == 0)
+            ++nCount;
+    return nCount;
+}
+} // namespace
+
+class CTextBufferTest : public CppUnit::TestFixture, public CEmptyTextBufferEvents
+{
+    CPPUNIT_TEST_SUITE(CTextBufferTest);
+    CPPUNIT_TEST(LoadFromFile);
+    CPPUNIT_TEST(SaveToFile);
+    CPPUNIT_TEST(GetTextTest);
+    CPPUNIT_TEST(InsertTest);
+    CPPUNIT_TEST(DeleteTest);
+    CPPUNIT_TEST(InsertUndoTest);
+    CPPUNIT_TEST(DeleteUndoTest);
+    CPPUNIT_TEST(UndoGroupTest);
+    CPPUNIT_TEST(IsModifiedTest);
+    CPPUNIT_TEST(IsModifiedOnEmptyOperation);
+    CPPUNIT_TEST(EventsTest);
+    CPPUNIT_TEST(CloseTest);
+    CPPUNIT_TEST(LineMarkersTest);
+    CPPUNIT_TEST_SUITE_END();
+
+public:
+    void setUp() override
+    {
+        m_nEndChange = 0;
+        m_nBeforeInsert = 0;
+        m_nAfterInsert = 0;
+        m_nBeforeDelete = 0;
+        m_nAfterDelete = 0;
+    }
+
+    void OnEndChange(ITextBuffer*, IChangeContext*) override { ++m_nEndChange; }
+    void OnBeforeInsert(ITextBuffer*, const CPoint&, const CString&) override { ++m_nBeforeInsert; }
+    void OnAfterInsert(ITextBuffer*, const CPoint&, const CString&, const CPoint&, IChangeContext*) override
+    {
+        ++m_nAfterInsert;
+    }
+    void OnBeforeDelete(ITextBuffer*, const CPoint&, const CPoint&) override { ++m_nBeforeDelete; }
+    void OnAfterDelete(ITextBuffer*, const CPoint&, const CPoint&, IChangeContext*) override
+    {
+        ++m_nAfterDelete;
+    }
+
+    void LoadFromFile()
+    {
+        CTextBuffer buffer;
+        CPPUNIT_ASSERT(!buffer.CanUndo());
+        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT(!buffer.LoadFromFile(TEST_FILES + u"test222.dat"));
+        CPPUNIT_ASSERT_EQUAL(0, buffer.GetLinesCount());
+
+        CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test.dat"));
+        CPPUNIT_ASSERT_EQUAL(356, buffer.GetLinesCount());
+        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPPUNIT_ASSERT(!buffer.CanUndo());
+        CPPUNIT_ASSERT(!buffer.CanRedo());
+        buffer.Close();
+
+        int nEncoding = 0, nEol = 0;
+        CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test3.dat", nEncoding, nEol));
+        CPPUNIT_ASSERT_EQUAL(3, buffer.GetLinesCount());
+        CPPUNIT_ASSERT(buffer.GetLine(0) == u"Simple text file");
+        CPPUNIT_ASSERT(buffer.GetLine(1) == u"with three");
+        CPPUNIT_ASSERT(buffer.GetLine(2) == u"lines");
+        CPPUNIT_ASSERT_EQUAL(0, nEncoding);
+        CPPUNIT_ASSERT_EQUAL(1, nEol);
+
+        // The colour buffer is attached: a colour follows its text when lines are inserted above.
+        ITextColorBuffer::COLOR_INFO red;
+        red.dwWord[0] = 0xFF;
+        buffer.GetTextColorBuffer()->SetTextColor(CPoint(2, 2), red);
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"\r\n", ptEnd);
+        CPPUNIT_ASSERT(buffer.GetTextColorBuffer()->GetTextColor(CPoint(2, 3)) == red);
+        // And so is the outlining buffer: a region follows the text too.
+        IOutlining* pBlock =
+            buffer.GetOutliningBuffer()->AddOutliningBlock(CPoint(0, 1), CPoint(3, 3), u"...", u"html");
+        CPPUNIT_ASSERT(pBlock);
+        buffer.InsertText(CPoint(0, 0), u"\r\n", ptEnd);
+        CPPUNIT_ASSERT(pBlock->GetStart() == CPoint(0, 2));
+        buffer.Close();
+
+        nEncoding = 0;
+        CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"testunicode.dat", nEncoding, nEol));
+        CPPUNIT_ASSERT_EQUAL(-2, nEncoding);
+        CPPUNIT_ASSERT_EQUAL(5, buffer.GetLinesCount());
+        CPPUNIT_ASSERT(buffer.GetLine(1).Left(5) == CString(u"\x0422\x0435\x043A\x0441\x0442"));
+        CPPUNIT_ASSERT(buffer.GetLine(4) == u"Last line");
+        buffer.Close();
+    }
+
+    void SaveToFile()
+    {
+        const CString csSaved = TEST_FILES + u"test22.dat";
+        const CString csBak = TEST_FILES + u"test22.dat.bak";
+        RemoveFile(csSaved);
+        RemoveFile(csBak);
+
+        CTextBuffer buffer;
+        CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test.dat"));
+        CPPUNIT_ASSERT(!FileExists(csBak));
+        CPPUNIT_ASSERT(buffer.SaveToFile(csSaved, TRUE, 0, 1));
+        CPPUNIT_ASSERT(!FileExists(csBak));
+        {
+            CTextBuffer saved;
+            CPPUNIT_ASSERT(saved.LoadFromFile(csSaved));
+            CPPUNIT_ASSERT_EQUAL(buffer.GetLinesCount(), saved.GetLinesCount());
+            CPPUNIT_ASSERT(AllText(saved) == AllText(buffer));
+            saved.Close();
+        }
+        // The second save moves the first to the backup.
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"changed", ptEnd);
+        CPPUNIT_ASSERT(buffer.SaveToFile(csSaved, TRUE, 0, 1));
+        CPPUNIT_ASSERT(FileExists(csBak));
+        {
+            CTextBuffer backup;
+            CPPUNIT_ASSERT(backup.LoadFromFile(csBak));
+            CPPUNIT_ASSERT(backup.GetLine(0) == u"<?php");
+            backup.Close();
+        }
+        CPPUNIT_ASSERT_EQUAL(0, CountTempFiles(TEST_FILES));
+        CPPUNIT_ASSERT(DeleteFile(csSaved));
+        CPPUNIT_ASSERT(DeleteFile(csBak));
+
+        // A bare name: the temporary file is made in the working directory.
+        CPPUNIT_ASSERT(buffer.SaveToFile(u"1EPS2212.cpp", FALSE, 0, 1));
+        CPPUNIT_ASSERT_EQUAL(0, CountTempFiles(u"."));
+        CPPUNIT_ASSERT(DeleteFile(u"1EPS2212.cpp"));
+        buffer.Close();
+    }
+
+    void GetTextTest()
+    {
+        CTextBuffer buffer;
+        CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test3.dat"));
+        CString csText;
+        buffer.GetText(CPoint(7, 0), CPoint(11, 0), csText);
+        CPPUNIT_ASSERT(csText == u"text");
+        buffer.GetText(CPoint(12, 0), CPoint(4, 1), csText);
+        CPPUNIT_ASSERT(csText == u"file\r\nwith");
+        buffer.GetText(CPoint(5, 1), CPoint(5, 2), csText);
+        CPPUNIT_ASSERT(csText == u"three\r\nlines");
+        CPPUNIT_ASSERT(AllText(buffer) == u"Simple text file\r\nwith three\r\nlines");
+        CPPUNIT_ASSERT_EQUAL(0, buffer.GetEol());
+        CPPUNIT_ASSERT_EQUAL(1252, buffer.GetCodePage());
+        buffer.Close();
+    }
+
+    void InsertTest()
+    {
+        CTextBuffer buffer;
+        buffer.Create();
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"killer", ptEnd);
+        CPPUNIT_ASSERT(ptEnd == CPoint(6, 0));
+        buffer.InsertText(CPoint(3, 0), u"\r\n", ptEnd);
+        CPPUNIT_ASSERT(ptEnd == CPoint(0, 1));
+        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler");
+
+        // A line of the buffer itself as the text, spread over new lines.
+        buffer.InsertText(CPoint(1, 1), CString(u"\r\n") + buffer.GetLine(1), ptEnd);
+        buffer.InsertText(CPoint(0, 0), buffer.GetLine(1), ptEnd);
+        CPPUNIT_ASSERT(AllText(buffer) == u"lkil\r\nl\r\nlerer");
+        buffer.Undo();
+        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nl\r\nlerer");
+
+        // A line that isn't there raises the exception; the text stays.
+        CPPUNIT_ASSERT_THROW(buffer.InsertText(CPoint(0, 7), u"x", ptEnd), CInvalidArgException);
+        buffer.EndOperation();
+        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nl\r\nlerer");
+        buffer.Close();
+    }
+
+    void DeleteTest()
+    {
+        CTextBuffer buffer;
+        buffer.Create();
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"kil\r\nler\r\nfoo", ptEnd);
+        buffer.DeleteText(CPoint(1, 0), CPoint(2, 0));
+        CPPUNIT_ASSERT(AllText(buffer) == u"kl\r\nler\r\nfoo");
+        buffer.DeleteText(CPoint(2, 0), CPoint(1, 2));
+        CPPUNIT_ASSERT_EQUAL(1, buffer.GetLinesCount());
+        CPPUNIT_ASSERT(AllText(buffer) == u"kloo");
+        // Equal positions: nothing recorded.
+        buffer.DeleteText(CPoint(1, 0), CPoint(1, 0));
+        buffer.Undo();
+        CPPUNIT_ASSERT(AllText(buffer) == u"kl\r\nler\r\nfoo");
+        buffer.Close();
+    }
+
+    void InsertUndoTest()
+    {
+        CTextBuffer buffer;
+        buffer.Create();
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"kil\r\nler", ptEnd);
+        CPPUNIT_ASSERT(buffer.CanUndo());
+        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT(buffer.Undo() == nullptr);
+        CPPUNIT_ASSERT(AllText(buffer).IsEmpty());
+        CPPUNIT_ASSERT_EQUAL(1, buffer.GetLinesCount());
+        CPPUNIT_ASSERT(!buffer.CanUndo());
+        CPPUNIT_ASSERT(buffer.CanRedo());
+        CPPUNIT_ASSERT(buffer.Undo() == nullptr);
+        buffer.Redo();
+        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler");
+        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT(buffer.Redo() == nullptr);
+
+        // Undo and redo of several groups go back and forth through them in order.
+        buffer.InsertText(CPoint(3, 1), u"!", ptEnd);
+        buffer.InsertText(CPoint(0, 0), u">", ptEnd);
+        buffer.Undo();
+        buffer.Undo();
+        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler");
+        buffer.Redo();
+        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler!");
+        // A new edit drops what could be redone.
+        buffer.InsertText(CPoint(0, 1), u"<", ptEnd);
+        CPPUNIT_ASSERT(!buffer.CanRedo());
+        buffer.Undo();
+        buffer.Undo();
+        buffer.Undo();
+        CPPUNIT_ASSERT(AllText(buffer).IsEmpty());
+        CPPUNIT_ASSERT(!buffer.CanUndo());
+        buffer.Close();
+    }
+
+    void DeleteUndoTest()
+    {
+        CTextBuffer buffer;
+        CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test3.dat"));
+        buffer.DeleteText(CPoint(6, 0), CPoint(4, 2));
+        CPPUNIT_ASSERT(AllText(buffer) == u"Simple");
+        CPPUNIT_ASSERT(buffer.CanUndo());
+        buffer.Undo();
+        CPPUNIT_ASSERT(AllText(buffer) == u"Simple text file\r\nwith three\r\nlines");
+        CPPUNIT_ASSERT(!buffer.CanUndo());
+        CPPUNIT_ASSERT(buffer.CanRedo());
+        buffer.Redo();
+        CPPUNIT_ASSERT(AllText(buffer) == u"Simple");
+        CPPUNIT_ASSERT(!buffer.CanRedo());
+        buffer.Close();
+    }
+
+    void UndoGroupTest()
+    {
+        CTextBuffer buffer;
+        buffer.Create();
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"killer", ptEnd);
+
+        int nDestroyed = 0;
+        IEditOperation* pOperation = new CKillerOperation(&nDestroyed);
+        buffer.BeginOperation(pOperation);
+        buffer.InsertText(CPoint(3, 0), u"\r\nbig\r\n", ptEnd);
+        buffer.DeleteText(CPoint(0, 0), CPoint(1, 1));
+        CPPUNIT_ASSERT(AllText(buffer) == u"ig\r\nler");
+        CPPUNIT_ASSERT_EQUAL(1, buffer.EndOperation());
+        CPPUNIT_ASSERT(buffer.GetOperation() == pOperation);
+
+        IEditOperation* pUndone = buffer.Undo();
+        CPPUNIT_ASSERT(pUndone == pOperation);
+        CPPUNIT_ASSERT(pUndone->GetDescription() == u"Killer");
+        CPPUNIT_ASSERT(AllText(buffer) == u"killer");
+        CPPUNIT_ASSERT(buffer.GetOperation() == nullptr);
+        CPPUNIT_ASSERT(buffer.Redo() == pOperation);
+        CPPUNIT_ASSERT(AllText(buffer) == u"ig\r\nler");
+        buffer.Undo();
+
+        // An empty group is dropped with its operation and leaves redo alone.
+        buffer.BeginOperation(new CKillerOperation(&nDestroyed));
+        CPPUNIT_ASSERT_EQUAL(0, buffer.EndOperation());
+        CPPUNIT_ASSERT_EQUAL(1, nDestroyed);
+        CPPUNIT_ASSERT(buffer.CanRedo());
+        CPPUNIT_ASSERT(buffer.GetOperation() == nullptr);
+
+        // A new group drops the undone one, and with it its operation.
+        buffer.BeginOperation(nullptr);
+        buffer.InsertText(CPoint(6, 0), u"s", ptEnd);
+        CPPUNIT_ASSERT_EQUAL(1, buffer.EndOperation());
+        CPPUNIT_ASSERT_EQUAL(2, nDestroyed);
+        CPPUNIT_ASSERT(!buffer.CanRedo());
+
+        // Close frees the rest, once.
+        buffer.BeginOperation(new CKillerOperation(&nDestroyed));
+        buffer.DeleteText(CPoint(0, 0), CPoint(1, 0));
+        buffer.EndOperation();
+        buffer.Close();
+        CPPUNIT_ASSERT_EQUAL(3, nDestroyed);
+    }
+
+    void IsModifiedTest()
+    {
+        const CString csSaved = TEST_FILES + u"test22.dat";
+        CTextBuffer buffer;
+        CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test1.dat"));
+        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"x", ptEnd);
+        CPPUNIT_ASSERT(buffer.IsModified());
+        buffer.Undo();
+        CPPUNIT_ASSERT(!buffer.IsModified());
+        buffer.Redo();
+        CPPUNIT_ASSERT(buffer.IsModified());
+        CPPUNIT_ASSERT(buffer.SaveToFile(csSaved, FALSE, 0, 1));
+        CPPUNIT_ASSERT(!buffer.IsModified());
+        buffer.Undo();
+        CPPUNIT_ASSERT(buffer.IsModified());
+        buffer.Redo();
+        CPPUNIT_ASSERT(!buffer.IsModified());
+
+        // Only positions count: saved at 1, undone, edited anew: back at 1 and "not modified".
+        buffer.Undo();
+        buffer.InsertText(CPoint(0, 0), u"y", ptEnd);
+        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPPUNIT_ASSERT(DeleteFile(csSaved));
+        buffer.Close();
+    }
+
+    void IsModifiedOnEmptyOperation()
+    {
+        CTextBuffer buffer;
+        buffer.Create();
+        buffer.AddEventsHandler(this);
+        CPoint ptEnd(9, 9);
+        buffer.InsertText(CPoint(0, 0), u"", ptEnd);
+        CPPUNIT_ASSERT(ptEnd == CPoint(0, 0));
+        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPPUNIT_ASSERT(!buffer.CanUndo());
+        CPPUNIT_ASSERT_EQUAL(1, m_nEndChange);
+        CPPUNIT_ASSERT_EQUAL(0, m_nBeforeInsert);
+        CPPUNIT_ASSERT_EQUAL(0, m_nAfterInsert);
+
+        buffer.BeginOperation(nullptr);
+        buffer.DeleteText(CPoint(0, 0), CPoint(0, 0));
+        CPPUNIT_ASSERT_EQUAL(0, buffer.EndOperation());
+        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPPUNIT_ASSERT(!buffer.CanUndo());
+        CPPUNIT_ASSERT_EQUAL(2, m_nEndChange);
+        CPPUNIT_ASSERT_EQUAL(0, m_nBeforeDelete);
+        buffer.RemoveEventsHandler(this);
+        buffer.Close();
+    }
+
+    void EventsTest()
+    {
+        CTextBuffer buffer;
+        buffer.Create();
+        CPPUNIT_ASSERT_EQUAL(0, buffer.AddEventsHandler(this));
+        CPPUNIT_ASSERT_EQUAL(0, buffer.AddEventsHandler(this));
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"killer", ptEnd);
+        CPPUNIT_ASSERT_EQUAL(1, m_nEndChange);
+        CPPUNIT_ASSERT_EQUAL(1, m_nBeforeInsert);
+        CPPUNIT_ASSERT_EQUAL(1, m_nAfterInsert);
+        CPPUNIT_ASSERT_EQUAL(0, m_nBeforeDelete);
+        CPPUNIT_ASSERT_EQUAL(0, m_nAfterDelete);
+        buffer.DeleteText(CPoint(0, 0), CPoint(3, 0));
+        CPPUNIT_ASSERT_EQUAL(2, m_nEndChange);
+        CPPUNIT_ASSERT_EQUAL(1, m_nBeforeInsert);
+        CPPUNIT_ASSERT_EQUAL(1, m_nAfterInsert);
+        CPPUNIT_ASSERT_EQUAL(1, m_nBeforeDelete);
+        CPPUNIT_ASSERT_EQUAL(1, m_nAfterDelete);
+        CPPUNIT_ASSERT_EQUAL(1, buffer.RemoveEventsHandler(this));
+        CPPUNIT_ASSERT_EQUAL(0, buffer.RemoveEventsHandler(this));
+
+        // Order, what the store holds at each event, and the contexts handed out.
+        CJournal journal;
+        buffer.AddEventsHandler(&journal);
+        buffer.BeginOperation(nullptr);
+        buffer.InsertText(CPoint(1, 0), u"ab\r\nc", ptEnd);
+        CPPUNIT_ASSERT(journal.m_csLineBefore == u"ler");
+        CPPUNIT_ASSERT(journal.m_csLineAfter == u"cer");
+        CPPUNIT_ASSERT(journal.m_bContextMatches);
+        buffer.DeleteText(CPoint(0, 0), CPoint(1, 0));
+        CPPUNIT_ASSERT(journal.m_csLineAfter == u"ab");
+        buffer.EndOperation();
+        CPPUNIT_ASSERT(journal.m_csEvents == u"BiIdDE");
+        // The group's context takes (0,0) through both edits: to (1,1), then unmoved by the delete.
+        CPPUNIT_ASSERT(journal.m_ptMoved == CPoint(1, 1));
+
+        journal.m_csEvents.Empty();
+        buffer.Undo();
+        CPPUNIT_ASSERT(journal.m_csEvents == u"BiIdDE");
+        CPPUNIT_ASSERT(AllText(buffer) == u"ler");
+        buffer.Redo();
+        CPPUNIT_ASSERT(journal.m_csEvents == u"BiIdDEBiIdDE");
+        CPPUNIT_ASSERT(AllText(buffer) == u"ab\r\ncer");
+        buffer.RemoveEventsHandler(&journal);
+
+        // The undo listeners are only registered.
+        int nUndoListener = 0;
+        CPPUNIT_ASSERT_EQUAL(0, buffer.AddUndoEventsHandler(&nUndoListener));
+        CPPUNIT_ASSERT_EQUAL(1, buffer.RemoveUndoEventsHandler(&nUndoListener));
+        CPPUNIT_ASSERT_EQUAL(0, buffer.RemoveUndoEventsHandler(&nUndoListener));
+        CPPUNIT_ASSERT(buffer.GetUndoRedoBuffer() == static_cast<IUndoRedoBuffer*>(&buffer));
+        CPPUNIT_ASSERT(buffer.GetLineMarkerSupport() == static_cast<ILineMarkerSupport*>(&buffer));
+        buffer.Close();
+    }
+
+    void CloseTest()
+    {
+        CTextBuffer buffer;
+        buffer.Create();
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"one", ptEnd);
+        buffer.InsertText(CPoint(3, 0), u"two", ptEnd);
+        ITextColorBuffer::COLOR_INFO blue;
+        blue.dwWord[2] = 7;
+        buffer.GetTextColorBuffer()->SetTextColor(CPoint(1, 0), blue);
+        buffer.Close();
+        CPPUNIT_ASSERT_EQUAL(0, buffer.GetLinesCount());
+        CPPUNIT_ASSERT(buffer.GetTextColorBuffer()->GetTextColor(CPoint(1, 0)) ==
+                       ITextColorBuffer::COLOR_INFO());
+
+        // The positions survive Close: the buffer claims undo, which then fails.
+        CPPUNIT_ASSERT(buffer.CanUndo());
+        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT(buffer.GetOperation() == nullptr);
+        CPPUNIT_ASSERT_THROW(buffer.Undo(), CInvalidArgException);
+
+        // Reused: the colour buffer listens again, and only once.
+        buffer.Create();
+        buffer.InsertText(CPoint(0, 0), u"abc", ptEnd);
+        buffer.GetTextColorBuffer()->SetTextColor(CPoint(1, 0), blue);
+        buffer.InsertText(CPoint(0, 0), u"xy", ptEnd);
+        CPPUNIT_ASSERT(buffer.GetTextColorBuffer()->GetTextColor(CPoint(3, 0)) == blue);
+        buffer.Close();
+    }
+
+    void LineMarkersTest()
+    {
+        int nDestroyed = 0;
+        CTextBuffer buffer;
+        auto* pFirst = new CMarkers(nDestroyed);
+        CMarkers second(nDestroyed);
+        buffer.AddLinesMarkers(pFirst);
+        buffer.AddLinesMarkers(&second);
+        buffer.AddLinesMarkers(pFirst);
+        CArray<ILinesMarkers*, ILinesMarkers*> aMarkers;
+        aMarkers.Add(nullptr);
+        buffer.GetLinesMarkers(aMarkers);
+        CPPUNIT_ASSERT_EQUAL(2, aMarkers.GetSize());
+        CPPUNIT_ASSERT(aMarkers[0] == pFirst);
+        buffer.RemoveLinesMarkers(&second);
+        buffer.RemoveLinesMarkers(&second);
+        buffer.AddLinesMarkers(&second);
+        buffer.GetLinesMarkers(aMarkers);
+        CPPUNIT_ASSERT_EQUAL(2, aMarkers.GetSize());
+        CPPUNIT_ASSERT(aMarkers[1] == &second);
+        // The first source is destroyed, the later ones only forgotten.
+        buffer.DeleteLinesMarkers();
+        CPPUNIT_ASSERT_EQUAL(1, nDestroyed);
+        buffer.GetLinesMarkers(aMarkers);
+        CPPUNIT_ASSERT_EQUAL(0, aMarkers.GetSize());
+        buffer.DeleteLinesMarkers();
+    }
+
+private:
+    int m_nEndChange = 0;
+    int m_nBeforeInsert = 0;
+    int m_nAfterInsert = 0;
+    int m_nBeforeDelete = 0;
+    int m_nAfterDelete = 0;
+};
+
+CPPUNIT_TEST_SUITE_NAMED_REGISTRATION(CTextBufferTest, "All Tests");
