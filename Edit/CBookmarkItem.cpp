@@ -3,7 +3,22 @@
 #include "Edit/CBookmarks.h"
 #include "Edit/ITextProcessor.h"
 
-void CBookmarkItem::Draw(CDC*, const CRect&) {}
+#include "Platform/CDC.h"
+
+void CBookmarkItem::Draw(CDC* pDC, const CRect& rect)
+{
+    if (!pDC || !m_pImages || !m_pImages->HasBitmap())
+        return;
+    const int nCell = m_nNumber == -1 ? NO_NUMBER_CELL : m_nNumber;
+    if (nCell < 0 || nCell >= m_pImages->GetCellCount()) // no picture for this number
+        return;
+    const CBitmap* pBitmap = m_pImages->GetBitmap();
+    const int nWidth = m_pImages->GetCellWidth();
+    const int nHeight = pBitmap->GetHeight();
+    const CPoint ptCentre(rect.left + (rect.right - rect.left) / 2, rect.top + (rect.bottom - rect.top) / 2);
+    pDC->TransparentBlt(ptCentre.x - nWidth / 2, ptCentre.y - nHeight / 2, nWidth, nHeight, pBitmap,
+                        nCell * nWidth, 0, nWidth, nHeight, m_pImages->GetTransparentColor());
+}
 
 void CBookmarkItem::Delete()
 {

@@ -64,6 +64,23 @@ void CBookmarks::DeleteBookmarkAt(int nIndex)
     DeleteAt(nIndex);
 }
 
+BOOL CBookmarks::LoadImages(std::unique_ptr<CBitmap> pBitmap, COLORREF crMask)
+{
+    if (!pBitmap || pBitmap->IsNull())
+        return FALSE;
+    const CBitmap* pCells = pBitmap.get();
+    m_images.Set(pCells, std::move(pBitmap), crMask);
+    return TRUE;
+}
+
+BOOL CBookmarks::AttachImages(const CBitmap* pBitmap, COLORREF crMask)
+{
+    if (!pBitmap || pBitmap->IsNull())
+        return FALSE;
+    m_images.Set(pBitmap, nullptr, crMask);
+    return TRUE;
+}
+
 void CBookmarks::Serialize(CArchive& ar)
 {
     if (ar.IsStoring())

@@ -63,6 +63,8 @@ CTextBuffer::~CTextBuffer()
 
 void CTextBuffer::DestroyGroupsFrom(int nFirst)
 {
+    // A position left at -1 by a failed undo after Close means the whole list.
+    nFirst = std::max(nFirst, 0);
     const int nCount = m_aOperations.GetSize();
     if (nFirst >= nCount)
         return;

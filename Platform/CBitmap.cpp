@@ -44,15 +44,16 @@ DWORD CBitmap::GetPixelARGB(int x, int y) const noexcept
 {
     if (!Contains(x, y))
         return 0;
-    return m_aPixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_nWidth) + static_cast<std::size_t>(x)];
+    return m_aPixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_nWidth) +
+                     static_cast<std::size_t>(x)];
 }
 
 BOOL CBitmap::SetPixelARGB(int x, int y, DWORD dwARGB) noexcept
 {
     if (!Contains(x, y))
         return FALSE;
-    m_aPixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_nWidth) + static_cast<std::size_t>(x)] =
-        dwARGB;
+    m_aPixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_nWidth) +
+              static_cast<std::size_t>(x)] = dwARGB;
     return TRUE;
 }
 

@@ -37,15 +37,18 @@ public:
     BOOL SetPixelARGB(int x, int y, DWORD dwARGB) noexcept;
 
     // The pixels, GetWidth() to a row; null for no picture.
-    [[nodiscard]] const DWORD* GetBits() const noexcept { return m_aPixels.empty() ? nullptr : m_aPixels.data(); }
+    [[nodiscard]] const DWORD* GetBits() const noexcept
+    {
+        return m_aPixels.empty() ? nullptr : m_aPixels.data();
+    }
     [[nodiscard]] DWORD* GetBits() noexcept { return m_aPixels.empty() ? nullptr : m_aPixels.data(); }
 
     // Copies a cell of bmSource onto this picture, scaled to the destination size (nearest
     // pixel), leaving out the source pixels whose colour is crTransparent (alpha not compared).
     // Destination pixels outside this picture are cut off. FALSE when a size is not positive or
     // the cell doesn't lie inside bmSource.
-    BOOL TransparentCopy(int xDest, int yDest, int nDestWidth, int nDestHeight, const CBitmap& bmSource, int xSrc,
-                         int ySrc, int nSrcWidth, int nSrcHeight, COLORREF crTransparent);
+    BOOL TransparentCopy(int xDest, int yDest, int nDestWidth, int nDestHeight, const CBitmap& bmSource,
+                         int xSrc, int ySrc, int nSrcWidth, int nSrcHeight, COLORREF crTransparent);
 
     // Converting between the pixel form and colours.
     static constexpr COLORREF ARGBToColor(DWORD dwARGB) noexcept
@@ -61,7 +64,10 @@ public:
     friend bool operator==(const CBitmap&, const CBitmap&) = default;
 
 private:
-    [[nodiscard]] bool Contains(int x, int y) const noexcept { return x >= 0 && y >= 0 && x < m_nWidth && y < m_nHeight; }
+    [[nodiscard]] bool Contains(int x, int y) const noexcept
+    {
+        return x >= 0 && y >= 0 && x < m_nWidth && y < m_nHeight;
+    }
 
     int m_nWidth = 0;
     int m_nHeight = 0;

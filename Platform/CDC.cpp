@@ -126,11 +126,12 @@ BOOL CDC::ExtTextOut(int x, int y, UINT nOptions, const CRect* pRect, const CStr
     return TRUE;
 }
 
-BOOL CDC::TransparentBlt(int xDest, int yDest, int nDestWidth, int nDestHeight, const CBitmap* pBitmap, int xSrc,
-                         int ySrc, int nSrcWidth, int nSrcHeight, COLORREF crTransparent)
+BOOL CDC::TransparentBlt(int xDest, int yDest, int nDestWidth, int nDestHeight, const CBitmap* pBitmap,
+                         int xSrc, int ySrc, int nSrcWidth, int nSrcHeight, COLORREF crTransparent)
 {
     if (!pBitmap || pBitmap->IsNull() || nDestWidth <= 0 || nDestHeight <= 0 || nSrcWidth <= 0 ||
-        nSrcHeight <= 0 || xSrc < 0 || ySrc < 0 || static_cast<long long>(xSrc) + nSrcWidth > pBitmap->GetWidth() ||
+        nSrcHeight <= 0 || xSrc < 0 || ySrc < 0 ||
+        static_cast<long long>(xSrc) + nSrcWidth > pBitmap->GetWidth() ||
         static_cast<long long>(ySrc) + nSrcHeight > pBitmap->GetHeight())
         return FALSE;
     const long long nRight = static_cast<long long>(xDest) + nDestWidth;

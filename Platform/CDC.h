@@ -95,13 +95,16 @@ public:
     // *pRect; without a rectangle both are ignored. pDx, if given, holds the advance of each code
     // unit of csText.
     BOOL ExtTextOut(int x, int y, UINT nOptions, const CRect* pRect, const CString& csText, const int* pDx);
-    BOOL TextOut(int x, int y, const CString& csText) { return ExtTextOut(x, y, 0, nullptr, csText, nullptr); }
+    BOOL TextOut(int x, int y, const CString& csText)
+    {
+        return ExtTextOut(x, y, 0, nullptr, csText, nullptr);
+    }
 
     // Copies the cell (xSrc, ySrc, nSrcWidth, nSrcHeight) of the bitmap to the destination
     // rectangle, scaled, leaving out the pixels of colour crTransparent. FALSE for a null or empty
     // bitmap, a size that isn't positive, or a cell not inside the bitmap.
-    BOOL TransparentBlt(int xDest, int yDest, int nDestWidth, int nDestHeight, const CBitmap* pBitmap, int xSrc,
-                        int ySrc, int nSrcWidth, int nSrcHeight, COLORREF crTransparent);
+    BOOL TransparentBlt(int xDest, int yDest, int nDestWidth, int nDestHeight, const CBitmap* pBitmap,
+                        int xSrc, int ySrc, int nSrcWidth, int nSrcHeight, COLORREF crTransparent);
 
     // The size the text takes in the selected font.
     [[nodiscard]] virtual CSize GetTextExtent(const CString& csText) const = 0;

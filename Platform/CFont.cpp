@@ -20,7 +20,8 @@ int FaceLength(const char16_t* szFace)
 
 BOOL CFont::CreateFontIndirect(const LOGFONTW* pLogFont)
 {
-    if (!pLogFont || pLogFont->lfWeight < 0 || pLogFont->lfWeight > MAX_WEIGHT || pLogFont->lfHeight == INT_MIN)
+    if (!pLogFont || pLogFont->lfWeight < 0 || pLogFont->lfWeight > MAX_WEIGHT ||
+        pLogFont->lfHeight == INT_MIN)
         return FALSE;
     m_logFont = *pLogFont;
     // Keep the face closed by a zero and nothing behind it, so that equal fonts compare equal.
@@ -75,10 +76,10 @@ bool operator==(const CFont& a, const CFont& b) noexcept
     const LOGFONTW& x = a.m_logFont;
     const LOGFONTW& y = b.m_logFont;
     return a.m_bCreated == b.m_bCreated && x.lfHeight == y.lfHeight && x.lfWidth == y.lfWidth &&
-           x.lfEscapement == y.lfEscapement && x.lfOrientation == y.lfOrientation && x.lfWeight == y.lfWeight &&
-           x.lfItalic == y.lfItalic && x.lfUnderline == y.lfUnderline && x.lfStrikeOut == y.lfStrikeOut &&
-           x.lfCharSet == y.lfCharSet && x.lfOutPrecision == y.lfOutPrecision &&
-           x.lfClipPrecision == y.lfClipPrecision && x.lfQuality == y.lfQuality &&
-           x.lfPitchAndFamily == y.lfPitchAndFamily &&
+           x.lfEscapement == y.lfEscapement && x.lfOrientation == y.lfOrientation &&
+           x.lfWeight == y.lfWeight && x.lfItalic == y.lfItalic && x.lfUnderline == y.lfUnderline &&
+           x.lfStrikeOut == y.lfStrikeOut && x.lfCharSet == y.lfCharSet &&
+           x.lfOutPrecision == y.lfOutPrecision && x.lfClipPrecision == y.lfClipPrecision &&
+           x.lfQuality == y.lfQuality && x.lfPitchAndFamily == y.lfPitchAndFamily &&
            std::equal(x.lfFaceName, x.lfFaceName + LF_FACESIZE, y.lfFaceName);
 }

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <string_view>
 
 namespace
@@ -45,7 +46,8 @@ bool IsEntryName(std::string_view sz)
 }
 
 // Section and entry in UTF-8, or false when either is null or not allowed.
-bool ToNames(const char16_t* szSection, const char16_t* szEntry, std::string& strSection, std::string& strEntry)
+bool ToNames(const char16_t* szSection, const char16_t* szEntry, std::string& strSection,
+             std::string& strEntry)
 {
     if (!szSection || !szEntry)
         return false;
@@ -137,21 +139,29 @@ public:
     CKeyFile& operator=(const CKeyFile&) = delete;
     ~CKeyFile() { g_key_file_free(m_pFile); }
 
-    // On any failure the key file is left empty.
+    // On any failure the key file is left empty. A file with a zero byte or with text that isn't
+    // UTF-8 is corrupt as a whole, not read up to the fault.
     ELoad Load(const std::string& strPath)
     {
+        gchar* pData = nullptr;
+        gsize nLength = 0;
         GError* pError = nullptr;
-        if (g_key_file_load_from_file(m_pFile, strPath.c_str(), G_KEY_FILE_KEEP_COMMENTS, &pError))
+        if (!g_file_get_contents(strPath.c_str(), &pData, &nLength, &pError))
+        {
+            const bool bMissing = pError->domain == G_FILE_ERROR && pError->code == G_FILE_ERROR_NOENT;
+            g_error_free(pError);
+            return bMissing ? ELoad::Missing : ELoad::Unreadable;
+        }
+        const bool bText =
+            std::memchr(pData, '\0', nLength) == nullptr && g_utf8_validate_len(pData, nLength, nullptr);
+        const bool bParsed =
+            bText && g_key_file_load_from_data(m_pFile, pData, nLength, G_KEY_FILE_KEEP_COMMENTS, nullptr);
+        g_free(pData);
+        if (bParsed)
             return ELoad::Loaded;
-        ELoad result = ELoad::Unreadable;
-        if (pError->domain == G_KEY_FILE_ERROR)
-            result = ELoad::Corrupt;
-        else if (pError->domain == G_FILE_ERROR && pError->code == G_FILE_ERROR_NOENT)
-            result = ELoad::Missing;
-        g_error_free(pError);
         g_key_file_free(m_pFile);
         m_pFile = g_key_file_new();
-        return result;
+        return ELoad::Corrupt;
     }
 
     bool Save(const std::string& strPath) const
@@ -160,20 +170,25 @@ public:
         gchar* szData = g_key_file_to_data(m_pFile, &nLength, nullptr);
         if (!szData)
             return false;
-        const gboolean bSaved = g_file_set_contents_full(strPath.c_str(), szData, static_cast<gssize>(nLength),
-                                                         G_FILE_SET_CONTENTS_CONSISTENT, 0600, nullptr);
+        const gboolean bSaved =
+            g_file_set_contents_full(strPath.c_str(), szData, static_cast<gssize>(nLength),
+                                     G_FILE_SET_CONTENTS_CONSISTENT, 0600, nullptr);
         g_free(szData);
         return bSaved;
     }
 
     bool GetString(const std::string& strSection, const std::string& strEntry, std::string& strValue) const
     {
-        gchar* szValue = g_key_file_get_string(m_pFile, strSection.c_str(), strEntry.c_str(), nullptr);
-        if (!szValue)
-            return false;
-        strValue = szValue;
+        // A value with a bad escape sequence comes back with an error: it counts as no value.
+        GError* pError = nullptr;
+        gchar* szValue = g_key_file_get_string(m_pFile, strSection.c_str(), strEntry.c_str(), &pError);
+        const bool bRead = szValue && !pError;
+        if (bRead)
+            strValue = szValue;
         g_free(szValue);
-        return true;
+        if (pError)
+            g_error_free(pError);
+        return bRead;
     }
 
     void SetString(const std::string& strSection, const std::string& strEntry, const std::string& strValue)
@@ -195,9 +210,7 @@ private:
     GKeyFile* m_pFile;
 };
 
-CProfileStore::CProfileStore(const CString& csRoot) : CProfileStore(SFilePath(), GetRootFilePath(csRoot))
-{
-}
+CProfileStore::CProfileStore(const CString& csRoot) : CProfileStore(SFilePath(), GetRootFilePath(csRoot)) {}
 
 CProfileStore::CProfileStore(SFilePath, const CString& csPath) : m_csPath(csPath), m_strPath(csPath.ToUtf8())
 {
@@ -275,7 +288,8 @@ BOOL CProfileStore::WriteProfileBinary(const char16_t* szSection, const char16_t
     return WriteProfileString(szSection, szEntry, CString::FromUtf8(ToHex(pData, nBytes)));
 }
 
-BOOL CProfileStore::WriteProfileString(const char16_t* szSection, const char16_t* szEntry, const char16_t* szValue)
+BOOL CProfileStore::WriteProfileString(const char16_t* szSection, const char16_t* szEntry,
+                                       const char16_t* szValue)
 {
     if (!szSection)
         return FALSE;

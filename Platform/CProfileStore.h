@@ -42,7 +42,8 @@ public:
     // entry removes the section, with a null value the entry.
     BOOL WriteProfileInt(const char16_t* szSection, const char16_t* szEntry, int nValue);
     BOOL WriteProfileString(const char16_t* szSection, const char16_t* szEntry, const char16_t* szValue);
-    BOOL WriteProfileBinary(const char16_t* szSection, const char16_t* szEntry, const BYTE* pData, UINT nBytes);
+    BOOL WriteProfileBinary(const char16_t* szSection, const char16_t* szEntry, const BYTE* pData,
+                            UINT nBytes);
 
 private:
     class CKeyFile;

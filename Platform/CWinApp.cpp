@@ -30,8 +30,8 @@ void CWinApp::SetRegistryKey(const char16_t* szRoot)
 CProfileStore& CWinApp::GetProfileStore()
 {
     if (!m_pProfileStore)
-        m_pProfileStore = std::make_unique<CProfileStore>(m_csRegistryKey.IsEmpty() ? CString(DEFAULT_PROFILE_ROOT)
-                                                                                    : m_csRegistryKey);
+        m_pProfileStore = std::make_unique<CProfileStore>(
+            m_csRegistryKey.IsEmpty() ? CString(DEFAULT_PROFILE_ROOT) : m_csRegistryKey);
     return *m_pProfileStore;
 }
 
@@ -40,7 +40,8 @@ UINT CWinApp::GetProfileInt(const char16_t* szSection, const char16_t* szEntry, 
     return GetProfileStore().GetProfileInt(szSection, szEntry, nDefault);
 }
 
-CString CWinApp::GetProfileString(const char16_t* szSection, const char16_t* szEntry, const char16_t* szDefault)
+CString CWinApp::GetProfileString(const char16_t* szSection, const char16_t* szEntry,
+                                  const char16_t* szDefault)
 {
     return GetProfileStore().GetProfileString(szSection, szEntry, szDefault);
 }
@@ -50,7 +51,8 @@ BOOL CWinApp::GetProfileBinary(const char16_t* szSection, const char16_t* szEntr
     return GetProfileStore().GetProfileBinary(szSection, szEntry, aData);
 }
 
-BOOL CWinApp::GetProfileBinary(const char16_t* szSection, const char16_t* szEntry, BYTE** ppData, UINT* pBytes)
+BOOL CWinApp::GetProfileBinary(const char16_t* szSection, const char16_t* szEntry, BYTE** ppData,
+                               UINT* pBytes)
 {
     if (!ppData || !pBytes)
         return FALSE;
@@ -78,7 +80,8 @@ BOOL CWinApp::WriteProfileString(const char16_t* szSection, const char16_t* szEn
     return GetProfileStore().WriteProfileString(szSection, szEntry, szValue);
 }
 
-BOOL CWinApp::WriteProfileBinary(const char16_t* szSection, const char16_t* szEntry, const BYTE* pData, UINT nBytes)
+BOOL CWinApp::WriteProfileBinary(const char16_t* szSection, const char16_t* szEntry, const BYTE* pData,
+                                 UINT nBytes)
 {
     return GetProfileStore().WriteProfileBinary(szSection, szEntry, pData, nBytes);
 }

@@ -28,13 +28,15 @@ public:
 
     // The settings of the application, as CProfileStore reads and writes them.
     UINT GetProfileInt(const char16_t* szSection, const char16_t* szEntry, int nDefault);
-    CString GetProfileString(const char16_t* szSection, const char16_t* szEntry, const char16_t* szDefault = nullptr);
+    CString GetProfileString(const char16_t* szSection, const char16_t* szEntry,
+                             const char16_t* szDefault = nullptr);
     BOOL GetProfileBinary(const char16_t* szSection, const char16_t* szEntry, std::vector<BYTE>& aData);
     // The same value in a new block that the caller frees with delete[]; null for no bytes.
     BOOL GetProfileBinary(const char16_t* szSection, const char16_t* szEntry, BYTE** ppData, UINT* pBytes);
     BOOL WriteProfileInt(const char16_t* szSection, const char16_t* szEntry, int nValue);
     BOOL WriteProfileString(const char16_t* szSection, const char16_t* szEntry, const char16_t* szValue);
-    BOOL WriteProfileBinary(const char16_t* szSection, const char16_t* szEntry, const BYTE* pData, UINT nBytes);
+    BOOL WriteProfileBinary(const char16_t* szSection, const char16_t* szEntry, const BYTE* pData,
+                            UINT nBytes);
 
 private:
     CString m_csRegistryKey;

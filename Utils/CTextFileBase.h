@@ -25,7 +25,8 @@ public:
     CTextFileBase& operator=(const CTextFileBase&) = delete;
     virtual ~CTextFileBase();
 
-    // True if there is a file and it has a handle.
+    // True if there is a file and it has a handle of the system; a memory file has none, but reads
+    // and writes all the same.
     [[nodiscard]] bool IsOpen() const noexcept;
     // Lets go of the file: one the object opened itself is closed and freed; one given to it is
     // left open to its owner. Raises CFileException if closing fails.

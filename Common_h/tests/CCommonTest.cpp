@@ -194,14 +194,14 @@ public:
         // A failure of the system with the caller going on: the code in lower-case hexadecimal,
         // non-ASCII text kept as UTF-8; the log keeps what it held and grows.
         const CString csSystem = MakeMark(u"ReportErrorTest \u00e9t\u00e9");
-        ReportError(E_FAIL, csSystem, u"CCommonTest::ReportErrorTest", 1, u"Common_h/tests/CCommonTest.cpp",
+        ReportError(E_OUTOFMEMORY, csSystem, u"CCommonTest::ReportErrorTest", 1, u"Common_h/tests/CCommonTest.cpp",
                     30, FALSE);
         const std::string szAfter = ReadFile(log);
         CPPUNIT_ASSERT(szAfter.size() > szBefore.size());
         CPPUNIT_ASSERT(szAfter.starts_with(szBefore));
         const std::string szSystemLine = FindLine(szAfter, csSystem.ToUtf8());
         const std::string szPrefix =
-            "\t|\t" + csSystem.ToUtf8() + " | CCommonTest::ReportErrorTest | 80004005 | ";
+            "\t|\t" + csSystem.ToUtf8() + " | CCommonTest::ReportErrorTest | 8007000e | ";
         CPPUNIT_ASSERT_MESSAGE(szSystemLine, szSystemLine.find(szPrefix) != std::string::npos);
         CPPUNIT_ASSERT(szSystemLine.ends_with("\t|\tCommon_h/tests/CCommonTest.cpp\t|\t30\r\n"));
         // The time comes first, as the C library writes it: "Www Mmm dd hh:mm:ss yyyy".

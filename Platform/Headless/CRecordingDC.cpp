@@ -1,5 +1,6 @@
 #include "CRecordingDC.h"
 
+#include <algorithm>
 #include <climits>
 
 namespace
@@ -8,9 +9,7 @@ constexpr CSize DEFAULT_CELL(8, 16);
 constexpr CRect DEFAULT_CLIP_BOX(0, 0, 640, 480);
 } // namespace
 
-CRecordingDC::CRecordingDC() : m_szCell(DEFAULT_CELL), m_rtClip(DEFAULT_CLIP_BOX)
-{
-}
+CRecordingDC::CRecordingDC() : m_szCell(DEFAULT_CELL), m_rtClip(DEFAULT_CLIP_BOX) {}
 
 CSize CRecordingDC::GetTextExtent(const CString& csText) const
 {

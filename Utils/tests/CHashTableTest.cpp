@@ -126,7 +126,9 @@ public:
         CPPUNIT_ASSERT(std::vector<std::string>({"4", "3", "1", "2"}) == WalkKeys(table));
         table.Remove(u"4");
         table.Remove(u"2");
-        CPPUNIT_ASSERT(std::vector<std::string>({"3", "1"}) == WalkKeys(table));
+        table.SetValue(u"5", u"");
+        CPPUNIT_ASSERT(std::vector<std::string>({"3", "1", "5"}) == WalkKeys(table));
+        table.Remove(u"5");
 
         // Removing during a walk starts the walk again.
         CEnumerator* pEnumerator = table.GetEnumerator();

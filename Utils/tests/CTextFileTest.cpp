@@ -37,6 +37,7 @@ class CTextFileTest : public CppUnit::TestFixture
     CPPUNIT_TEST(LineEndKindTest);
     CPPUNIT_TEST(LastAndEmptyLineTest);
     CPPUNIT_TEST(LongLineTest);
+    CPPUNIT_TEST(HugeLineTest);
     CPPUNIT_TEST(ByteOrderMarkTest);
     CPPUNIT_TEST(BrokenInputTest);
     CPPUNIT_TEST(RoundTripTest);
@@ -156,6 +157,26 @@ public:
             CPPUNIT_ASSERT_EQUAL(std::size_t(2), aLines.size());
             CPPUNIT_ASSERT_EQUAL(Utf8(strText), aLines[0]);
         }
+    }
+
+    void HugeLineTest()
+    {
+        // Megabytes without a line break come back as one line, in a code page and in UTF-8.
+        int nEncoding = 0;
+        CTextFileRead file8(MakeFile("huge8.txt", std::string(3 << 20, 'x')), nEncoding);
+        CString csLine;
+        CPPUNIT_ASSERT(file8.ReadLine(csLine));
+        CPPUNIT_ASSERT_EQUAL(3 << 20, csLine.GetLength());
+        CPPUNIT_ASSERT(!file8.ReadLine(csLine));
+
+        std::string strUtf8 = "\xEF\xBB\xBF";
+        for (int i = 0; i < (1 << 20); ++i)
+            strUtf8 += "\xC3\xA9";
+        CTextFileRead fileUtf8(MakeFile("huge.txt", strUtf8), nEncoding);
+        CPPUNIT_ASSERT(fileUtf8.ReadLine(csLine));
+        CPPUNIT_ASSERT_EQUAL(1 << 20, csLine.GetLength());
+        CPPUNIT_ASSERT(csLine[(1 << 20) - 1] == u'\u00E9');
+        CPPUNIT_ASSERT(fileUtf8.Eof());
     }
 
     void ByteOrderMarkTest()
@@ -330,7 +351,11 @@ public:
         CPPUNIT_ASSERT(file8.Read(csText, u"|"));
         CPPUNIT_ASSERT(csText == u"a|b|c");
 
-        // A separator longer than the breaks it replaces outgrows the guess of the length.
+        // A separator longer than the breaks it replaces outgrows the guess of the length, here
+        // first by exactly one character.
+        CTextFileRead fileExact(MakeFile("sep.txt", "ab\nc"), nEncoding);
+        CPPUNIT_ASSERT(fileExact.Read(csText, u"<br>"));
+        CPPUNIT_ASSERT(csText == u"ab<br>c");
         CTextFileRead fileBreaks(MakeFile("sep.txt", "\n\n\nx\n"), nEncoding);
         CPPUNIT_ASSERT(fileBreaks.Read(csText, u"<br/>"));
         CPPUNIT_ASSERT(csText == u"<br/><br/><br/>x<br/>");

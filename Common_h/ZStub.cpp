@@ -1,2 +1,0 @@
-#include "Platform/SystemMessages.h"
-CString GetSystemMessageText(HRESULT) { return CString(u"Unspecified failure"); }

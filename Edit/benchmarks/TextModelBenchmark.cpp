@@ -1,0 +1,278 @@
+// Throughput of the text model: loading large files, many small edits with undo recording, undoing
+// them, deleting a large range, and one typed character in a small and in a large document.
+#include "Edit/CEditTextStore.h"
+#include "Edit/CTextBuffer.h"
+
+#include <benchmark/benchmark.h>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace
+{
+constexpr std::size_t LOAD_FILE_BYTES = 50u << 20;
+constexpr int EDIT_DOCUMENT_LINES = 200000;
+constexpr int RANDOM_EDITS = 100000;
+constexpr int DELETED_LINES = 10000;
+
+// Lines of web pages, some with characters outside ASCII; szAccent and szCyrillic stand in the
+// encoding of the file being made.
+std::string MakeLine(std::mt19937& rng, const std::string& szAccent, const std::string& szCyrillic)
+{
+    static const char* aTemplates[] = {
+        "<div class=\"product\" id=\"p%\"><h2>Caf%</h2></div>",
+        "    <td class=\"price\"><?php echo formatPrice($row['price']); ?></td>",
+        "  <p>Item number %, d%livr% within three days.</p>",
+        "function toggleRow(id) { var row = document.getElementById(\"details_\" + id); }",
+        "    $where .= \" AND title LIKE '%\" . $db->escape($search) . \"%'\";",
+        "<li><a href=\"catalogue.php?cat=%\">% %</a></li>",
+        "",
+        "  body { font-family: Tahoma, Arial, sans-serif; font-size: 12px; margin: 0; }",
+    };
+    const std::string szTemplate = aTemplates[rng() % std::size(aTemplates)];
+    std::string szLine;
+    for (char ch : szTemplate)
+    {
+        if (ch != '%')
+            szLine += ch;
+        else
+            szLine += (rng() % 2) ? szAccent : szCyrillic + std::to_string(rng() % 1000);
+    }
+    return szLine;
+}
+
+// Writes a file of about nBytes bytes of such lines, CR LF between them, and gives its path.
+std::string MakeFile(const char* szName, std::size_t nBytes, const std::string& szMark,
+                     const std::string& szAccent, const std::string& szCyrillic)
+{
+    const std::filesystem::path path = std::filesystem::temp_directory_path() / szName;
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    std::mt19937 rng(42);
+    std::string szChunk = szMark;
+    std::size_t nWritten = 0;
+    while (nWritten < nBytes)
+    {
+        szChunk += MakeLine(rng, szAccent, szCyrillic);
+        szChunk += "\r\n";
+        if (szChunk.size() > (1u << 16))
+        {
+            file.write(szChunk.data(), static_cast<std::streamsize>(szChunk.size()));
+            nWritten += szChunk.size();
+            szChunk.clear();
+        }
+    }
+    file.write(szChunk.data(), static_cast<std::streamsize>(szChunk.size()));
+    return path.string();
+}
+
+// The generated files, made once and removed at the end.
+struct CFiles
+{
+    std::string sz8Bit = MakeFile("tessaroline-bench-8bit.txt", LOAD_FILE_BYTES, "", "\xE9", "caf\xE9");
+    std::string szUtf8 = MakeFile("tessaroline-bench-utf8.txt", LOAD_FILE_BYTES, "\xEF\xBB\xBF", "\xC3\xA9",
+                                  "\xD0\x96\xD0\xB8\xD0\xB7\xD0\xBD\xD1\x8C");
+    ~CFiles()
+    {
+        std::error_code ec;
+        std::filesystem::remove(sz8Bit, ec);
+        std::filesystem::remove(szUtf8, ec);
+    }
+};
+
+CFiles& Files()
+{
+    static CFiles files;
+    return files;
+}
+
+// A file of exactly nLines lines of about 50 characters.
+CString LinesFile(int nLines)
+{
+    const std::filesystem::path path =
+        std::filesystem::temp_directory_path() / ("tessaroline-bench-" + std::to_string(nLines) + ".txt");
+    if (!std::filesystem::exists(path))
+    {
+        std::ofstream file(path, std::ios::binary | std::ios::trunc);
+        std::mt19937 rng(7);
+        for (int i = 0; i < nLines; ++i)
+        {
+            std::string szLine = MakeLine(rng, "e", "x");
+            if (i + 1 < nLines)
+                szLine += "\r\n";
+            file.write(szLine.data(), static_cast<std::streamsize>(szLine.size()));
+        }
+    }
+    return CString::FromUtf8(path.string());
+}
+
+std::unique_ptr<CTextBuffer> LoadBuffer(int nLines)
+{
+    auto pBuffer = std::make_unique<CTextBuffer>();
+    if (!pBuffer->LoadFromFile(LinesFile(nLines)) || pBuffer->GetLinesCount() != nLines)
+        return nullptr;
+    return pBuffer;
+}
+
+void StoreLoad(benchmark::State& state, const std::string& szFile, int nCodePage)
+{
+    const CString csFile = CString::FromUtf8(szFile);
+    const auto nBytes = static_cast<std::int64_t>(std::filesystem::file_size(szFile));
+    for (auto _ : state)
+    {
+        CEditTextStore store;
+        int nEncoding = nCodePage, nEol = 0;
+        if (!store.LoadFromFile(csFile, nEncoding, nEol))
+            state.SkipWithError("load failed");
+        benchmark::DoNotOptimize(store.GetLinesCount());
+        state.counters["lines"] = store.GetLinesCount();
+    }
+    state.SetBytesProcessed(state.iterations() * nBytes);
+}
+
+void BM_StoreLoad8Bit(benchmark::State& state)
+{
+    StoreLoad(state, Files().sz8Bit, 1252);
+}
+
+void BM_StoreLoadUtf8(benchmark::State& state)
+{
+    StoreLoad(state, Files().szUtf8, 0);
+}
+
+// The whole document load, with the colour records and regions attached.
+void BM_BufferLoad8Bit(benchmark::State& state)
+{
+    const CString csFile = CString::FromUtf8(Files().sz8Bit);
+    const auto nBytes = static_cast<std::int64_t>(std::filesystem::file_size(Files().sz8Bit));
+    for (auto _ : state)
+    {
+        CTextBuffer buffer;
+        if (!buffer.LoadFromFile(csFile))
+            state.SkipWithError("load failed");
+        benchmark::DoNotOptimize(buffer.GetLinesCount());
+        buffer.Close();
+    }
+    state.SetBytesProcessed(state.iterations() * nBytes);
+}
+
+// Single characters at random places of the document, each its own undo group.
+void InsertRandomChars(CTextBuffer& buffer, int nCount, std::mt19937& rng)
+{
+    CPoint ptEnd;
+    for (int i = 0; i < nCount; ++i)
+    {
+        const int y = static_cast<int>(rng() % static_cast<unsigned>(buffer.GetLinesCount()));
+        const int x = static_cast<int>(rng() % static_cast<unsigned>(buffer.GetLine(y).GetLength() + 1));
+        buffer.InsertText(CPoint(x, y), CString(static_cast<char16_t>(u'a' + i % 26)), ptEnd);
+    }
+}
+
+void BM_InsertRandom(benchmark::State& state)
+{
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        auto pBuffer = LoadBuffer(EDIT_DOCUMENT_LINES);
+        if (!pBuffer)
+        {
+            state.SkipWithError("no document");
+            break;
+        }
+        std::mt19937 rng(1);
+        state.ResumeTiming();
+        InsertRandomChars(*pBuffer, RANDOM_EDITS, rng);
+        state.PauseTiming();
+        pBuffer->Close();
+        pBuffer.reset();
+        state.ResumeTiming();
+    }
+    state.counters["per_edit"] = benchmark::Counter(
+        RANDOM_EDITS, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void BM_UndoAll(benchmark::State& state)
+{
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        auto pBuffer = LoadBuffer(EDIT_DOCUMENT_LINES);
+        if (!pBuffer)
+        {
+            state.SkipWithError("no document");
+            break;
+        }
+        std::mt19937 rng(1);
+        InsertRandomChars(*pBuffer, RANDOM_EDITS, rng);
+        state.ResumeTiming();
+        while (pBuffer->CanUndo())
+            pBuffer->Undo();
+        state.PauseTiming();
+        if (pBuffer->IsModified())
+            state.SkipWithError("undo left the document modified");
+        pBuffer->Close();
+        pBuffer.reset();
+        state.ResumeTiming();
+    }
+    state.counters["per_undo"] = benchmark::Counter(
+        RANDOM_EDITS, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+// One delete of 10,000 lines from the middle, recorded for undo; undone untimed between runs.
+void BM_DeleteRange(benchmark::State& state)
+{
+    auto pBuffer = LoadBuffer(EDIT_DOCUMENT_LINES);
+    if (!pBuffer)
+    {
+        state.SkipWithError("no document");
+        return;
+    }
+    const int y = EDIT_DOCUMENT_LINES / 2;
+    for (auto _ : state)
+    {
+        pBuffer->DeleteText(CPoint(3, y), CPoint(3, y + DELETED_LINES));
+        state.PauseTiming();
+        pBuffer->Undo();
+        state.ResumeTiming();
+    }
+    if (pBuffer->GetLinesCount() != EDIT_DOCUMENT_LINES)
+        state.SkipWithError("undo didn't restore the lines");
+    pBuffer->Close();
+}
+
+// One character typed into a document of state.range(0) lines, each its own undo group. The
+// characters go into a window of 100 lines in the middle, so that the lines grow alike in both sizes.
+void BM_TypeChar(benchmark::State& state)
+{
+    const int nLines = static_cast<int>(state.range(0));
+    auto pBuffer = LoadBuffer(nLines);
+    if (!pBuffer)
+    {
+        state.SkipWithError("no document");
+        return;
+    }
+    std::mt19937 rng(3);
+    const int nFirst = nLines / 2 - 50;
+    CPoint ptEnd;
+    for (auto _ : state)
+    {
+        const int y = nFirst + static_cast<int>(rng() % 100);
+        const int x = static_cast<int>(rng() % 40);
+        pBuffer->InsertText(CPoint(x, y), u"x", ptEnd);
+    }
+    pBuffer->Close();
+}
+} // namespace
+
+BENCHMARK(BM_StoreLoad8Bit)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_StoreLoadUtf8)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_BufferLoad8Bit)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_InsertRandom)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_UndoAll)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_DeleteRange)->Unit(benchmark::kMicrosecond)->Iterations(20);
+BENCHMARK(BM_TypeChar)->Unit(benchmark::kMicrosecond)->Arg(200)->Arg(1000000)->Iterations(50000);
+
+BENCHMARK_MAIN();
