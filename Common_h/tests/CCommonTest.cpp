@@ -194,8 +194,8 @@ public:
         // A failure of the system with the caller going on: the code in lower-case hexadecimal,
         // non-ASCII text kept as UTF-8; the log keeps what it held and grows.
         const CString csSystem = MakeMark(u"ReportErrorTest \u00e9t\u00e9");
-        ReportError(E_OUTOFMEMORY, csSystem, u"CCommonTest::ReportErrorTest", 1, u"Common_h/tests/CCommonTest.cpp",
-                    30, FALSE);
+        ReportError(E_OUTOFMEMORY, csSystem, u"CCommonTest::ReportErrorTest", 1,
+                    u"Common_h/tests/CCommonTest.cpp", 30, FALSE);
         const std::string szAfter = ReadFile(log);
         CPPUNIT_ASSERT(szAfter.size() > szBefore.size());
         CPPUNIT_ASSERT(szAfter.starts_with(szBefore));
