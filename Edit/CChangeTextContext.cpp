@@ -36,5 +36,6 @@ void CChangeTextContext::Clear()
 {
     for (int i = 0; i < m_aContexts.GetSize(); ++i)
         delete m_aContexts[i];
-    m_aContexts.RemoveAll();
+    // The storage is kept: the buffer clears its context around every edit.
+    m_aContexts.SetSize(0);
 }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace
 {
@@ -167,14 +168,19 @@ BOOL CEditTextStore::LoadFromFile(const CString& csFile, int& nEncoding, int& nE
         CTextFileRead file(csFile.GetString(), nEncoding);
         if (file.IsOpen())
         {
-            // The string is kept from line to line: a read that fails leaves it as it was, and
-            // what it holds is appended all the same.
+            // A read that fails leaves the line string as it was, and what it holds is appended all
+            // the same: the line before, or an empty one at the start. A line read is moved into
+            // the array, so the one before is taken from there.
             CString csLine;
             while (!file.Eof())
             {
-                file.ReadLine(csLine);
+                const bool bRead = file.ReadLine(csLine);
+                const int nCount = m_aLines.GetSize();
+                if (!bRead)
+                    csLine = nCount > 0 ? m_aLines[nCount - 1] : CString();
                 ReserveLines(1);
-                m_aLines.Add(csLine);
+                m_aLines.SetSize(nCount + 1);
+                m_aLines[nCount] = std::move(csLine);
             }
             if (m_aLines.GetSize() == 0)
                 m_aLines.Add(CString());

@@ -3,6 +3,7 @@
 #include "Edit/CEditTextStore.h"
 #include "Edit/CTextBuffer.h"
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <filesystem>
@@ -260,7 +261,8 @@ void BM_TypeChar(benchmark::State& state)
     for (auto _ : state)
     {
         const int y = nFirst + static_cast<int>(rng() % 100);
-        const int x = static_cast<int>(rng() % 40);
+        const int nLength = pBuffer->GetLine(y).GetLength();
+        const int x = static_cast<int>(rng() % static_cast<unsigned>(std::min(nLength, 40) + 1));
         pBuffer->InsertText(CPoint(x, y), u"x", ptEnd);
     }
     pBuffer->Close();
