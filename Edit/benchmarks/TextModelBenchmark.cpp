@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -46,11 +47,30 @@ std::string MakeLine(std::mt19937& rng, const std::string& szAccent, const std::
     return szLine;
 }
 
+// The files made here, removed at the end of the run.
+struct CTempFiles
+{
+    std::vector<std::filesystem::path> m_aPaths;
+    ~CTempFiles()
+    {
+        std::error_code ec;
+        for (const auto& path : m_aPaths)
+            std::filesystem::remove(path, ec);
+    }
+};
+
+CTempFiles& TempFiles()
+{
+    static CTempFiles files;
+    return files;
+}
+
 // Writes a file of about nBytes bytes of such lines, CR LF between them, and gives its path.
 std::string MakeFile(const char* szName, std::size_t nBytes, const std::string& szMark,
                      const std::string& szAccent, const std::string& szCyrillic)
 {
     const std::filesystem::path path = std::filesystem::temp_directory_path() / szName;
+    TempFiles().m_aPaths.push_back(path);
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     std::mt19937 rng(42);
     std::string szChunk = szMark;
@@ -70,23 +90,17 @@ std::string MakeFile(const char* szName, std::size_t nBytes, const std::string& 
     return path.string();
 }
 
-// The generated files, made once and removed at the end.
-struct CFiles
+// The two files of the load, made on first use.
+struct CLoadFiles
 {
     std::string sz8Bit = MakeFile("tessaroline-bench-8bit.txt", LOAD_FILE_BYTES, "", "\xE9", "caf\xE9");
     std::string szUtf8 = MakeFile("tessaroline-bench-utf8.txt", LOAD_FILE_BYTES, "\xEF\xBB\xBF", "\xC3\xA9",
                                   "\xD0\x96\xD0\xB8\xD0\xB7\xD0\xBD\xD1\x8C");
-    ~CFiles()
-    {
-        std::error_code ec;
-        std::filesystem::remove(sz8Bit, ec);
-        std::filesystem::remove(szUtf8, ec);
-    }
 };
 
-CFiles& Files()
+CLoadFiles& Files()
 {
-    static CFiles files;
+    static CLoadFiles files;
     return files;
 }
 
@@ -97,6 +111,7 @@ CString LinesFile(int nLines)
         std::filesystem::temp_directory_path() / ("tessaroline-bench-" + std::to_string(nLines) + ".txt");
     if (!std::filesystem::exists(path))
     {
+        TempFiles().m_aPaths.push_back(path);
         std::ofstream file(path, std::ios::binary | std::ios::trunc);
         std::mt19937 rng(7);
         for (int i = 0; i < nLines; ++i)
@@ -122,6 +137,11 @@ void StoreLoad(benchmark::State& state, const std::string& szFile, int nCodePage
 {
     const CString csFile = CString::FromUtf8(szFile);
     const auto nBytes = static_cast<std::int64_t>(std::filesystem::file_size(szFile));
+    {
+        // One load untimed, so that no run pays for taking fresh memory from the system first.
+        CEditTextStore store;
+        store.LoadFromFile(csFile);
+    }
     for (auto _ : state)
     {
         CEditTextStore store;
@@ -244,28 +264,41 @@ void BM_DeleteRange(benchmark::State& state)
     pBuffer->Close();
 }
 
-// One character typed into a document of state.range(0) lines, each its own undo group. The
-// characters go into a window of 100 lines in the middle, so that the lines grow alike in both sizes.
+// One character typed into a small and into a large document, each its own undo group. The two
+// take turns, so that both find the memory in the same state; the characters go into a window of
+// 100 lines in the middle, so that the lines grow alike in both.
 void BM_TypeChar(benchmark::State& state)
 {
-    const int nLines = static_cast<int>(state.range(0));
-    auto pBuffer = LoadBuffer(nLines);
-    if (!pBuffer)
+    auto pSmall = LoadBuffer(static_cast<int>(state.range(0)));
+    auto pLarge = LoadBuffer(static_cast<int>(state.range(1)));
+    if (!pSmall || !pLarge)
     {
         state.SkipWithError("no document");
         return;
     }
     std::mt19937 rng(3);
-    const int nFirst = nLines / 2 - 50;
     CPoint ptEnd;
+    auto TypeOne = [&](CTextBuffer& buffer)
+    {
+        const int y = buffer.GetLinesCount() / 2 - 50 + static_cast<int>(rng() % 100);
+        const int nLength = buffer.GetLine(y).GetLength();
+        const CPoint pt(static_cast<int>(rng() % static_cast<unsigned>(std::min(nLength, 40) + 1)), y);
+        const auto tStart = std::chrono::steady_clock::now();
+        buffer.InsertText(pt, u"x", ptEnd);
+        return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - tStart).count();
+    };
+    double dSmall = 0, dLarge = 0;
+    std::int64_t nChars = 0;
     for (auto _ : state)
     {
-        const int y = nFirst + static_cast<int>(rng() % 100);
-        const int nLength = pBuffer->GetLine(y).GetLength();
-        const int x = static_cast<int>(rng() % static_cast<unsigned>(std::min(nLength, 40) + 1));
-        pBuffer->InsertText(CPoint(x, y), u"x", ptEnd);
+        dSmall += TypeOne(*pSmall);
+        dLarge += TypeOne(*pLarge);
+        ++nChars;
     }
-    pBuffer->Close();
+    state.counters["small_ns"] = dSmall / static_cast<double>(nChars);
+    state.counters["large_ns"] = dLarge / static_cast<double>(nChars);
+    pSmall->Close();
+    pLarge->Close();
 }
 } // namespace
 
@@ -275,6 +308,6 @@ BENCHMARK(BM_BufferLoad8Bit)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_InsertRandom)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_UndoAll)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_DeleteRange)->Unit(benchmark::kMicrosecond)->Iterations(20);
-BENCHMARK(BM_TypeChar)->Unit(benchmark::kMicrosecond)->Arg(200)->Arg(1000000)->Iterations(50000);
+BENCHMARK(BM_TypeChar)->Unit(benchmark::kMicrosecond)->Args({200, 1000000})->Iterations(50000);
 
 BENCHMARK_MAIN();
