@@ -498,14 +498,6 @@ public:
         CPPUNIT_ASSERT(journal.m_csEvents == u"BiIdDEBiIdDE");
         CPPUNIT_ASSERT(AllText(buffer) == u"lab\r\ner");
         buffer.RemoveEventsHandler(&journal);
-
-        // The undo listeners are only registered.
-        int nUndoListener = 0;
-        CPPUNIT_ASSERT_EQUAL(0, buffer.AddUndoEventsHandler(&nUndoListener));
-        CPPUNIT_ASSERT_EQUAL(1, buffer.RemoveUndoEventsHandler(&nUndoListener));
-        CPPUNIT_ASSERT_EQUAL(0, buffer.RemoveUndoEventsHandler(&nUndoListener));
-        CPPUNIT_ASSERT(buffer.GetUndoRedoBuffer() == static_cast<IUndoRedoBuffer*>(&buffer));
-        CPPUNIT_ASSERT(buffer.GetLineMarkerSupport() == static_cast<ILineMarkerSupport*>(&buffer));
         buffer.Close();
     }
 
