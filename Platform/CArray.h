@@ -1,4 +1,4 @@
-// CArray: a growing array with the design's growth rule, zeroed new elements and checked indexes.
+// CArray: a growing array with a fixed growth rule, zeroed new elements and checked indexes.
 #pragma once
 
 #include "CException.h"

@@ -3,7 +3,7 @@
 
 #include <exception>
 
-// Base of every exception the platform and the components throw by the design's names.
+// Base of every exception that the platform and the components throw.
 class CException : public std::exception
 {
 public:

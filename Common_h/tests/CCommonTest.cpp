@@ -71,7 +71,7 @@ class CCommonTest : public CppUnit::TestFixture
     CPPUNIT_TEST_SUITE(CCommonTest);
     CPPUNIT_TEST(CSendEventsGroupTest);
     CPPUNIT_TEST(CSendEventsGroupAddEventToGroupTest);
-    // Cases of the design go above this line, further cases below.
+    // The registered cases keep their order above this line; further cases go below.
     CPPUNIT_TEST(ReportErrorTest);
     CPPUNIT_TEST(WriteLogTest);
     CPPUNIT_TEST_SUITE_END();
