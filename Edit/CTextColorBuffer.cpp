@@ -1,5 +1,7 @@
 #include "Edit/CTextColorBuffer.h"
 
+#include <algorithm>
+
 #include "Edit/ITextBuffer.h"
 
 void CTextColorBuffer::SetTextColor(const CPoint& pt, const COLOR_INFO& info)
@@ -64,7 +66,8 @@ void CTextColorBuffer::OnAfterInsert(ITextBuffer* pBuffer, const CPoint& ptStart
     if (!m_bAttached)
         return;
     CLineColorInfo& aLine = GetAt(ptStart.y);
-    const int x = ptStart.x;
+    // The store appends text given a column behind the line's end; its records go there too.
+    const int x = std::min(ptStart.x, aLine.GetSize());
     const COLOR_INFO col = ChooseInsertColor(aLine, x);
 
     if (ptStart.y == ptEnd.y)

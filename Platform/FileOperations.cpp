@@ -105,6 +105,25 @@ DWORD ErrnoToLastError(int nErrno) noexcept
     }
 }
 
+namespace
+{
+// The process's file creation mask, read without changing it (umask(2) would, for a moment).
+unsigned CurrentUmask()
+{
+    if (FILE* pStatus = std::fopen("/proc/self/status", "re"))
+    {
+        char szLine[256];
+        unsigned nMask = 022;
+        while (std::fgets(szLine, sizeof(szLine), pStatus))
+            if (std::sscanf(szLine, "Umask: %o", &nMask) == 1)
+                break;
+        std::fclose(pStatus);
+        return nMask & 0777;
+    }
+    return 022;
+}
+} // namespace
+
 UINT GetTempFileName(const CString& csPath, const CString& csPrefix, UINT uUnique, CString& csTempFileName)
 {
     csTempFileName.Empty();
@@ -132,6 +151,9 @@ UINT GetTempFileName(const CString& csPath, const CString& csPrefix, UINT uUniqu
     const int hFile = ::mkostemps(szTemplate.data(), static_cast<int>(sizeof(szSuffix) - 1), O_CLOEXEC);
     if (hFile < 0)
         return Fail(errno, szTemplate);
+    // mkstemp makes the file private; a temporary file that replaces a document must carry the
+    // permissions any new file of the user gets, or a save would take the others' access away.
+    ::fchmod(hFile, static_cast<mode_t>(0666 & ~CurrentUmask()));
     ::close(hFile);
 
     // The name as the caller wrote the folder, with the part the system chose appended.

@@ -122,6 +122,12 @@ public:
         pColors->SetTextColor(CPoint(9, 0), Color(6));
         Insert(buffer, CPoint(10, 0), u"!");
         CPPUNIT_ASSERT_EQUAL(DWORD(6), pColors->GetTextColor(CPoint(10, 0)).dwWord[0]);
+        // A column behind the end appends, in the store and in the records alike.
+        Insert(buffer, CPoint(40, 0), u"?");
+        CPPUNIT_ASSERT(InStep(buffer));
+        CPPUNIT_ASSERT_EQUAL(DWORD(6), pColors->GetTextColor(CPoint(11, 0)).dwWord[0]);
+        Insert(buffer, CPoint(40, 0), u"\r\nnext");
+        CPPUNIT_ASSERT(InStep(buffer));
 
         // Several lines inside a run: the first line is cut to its new length and keeps the records
         // left there, the middle and the head of the last line take the run's colour, and the tail

@@ -202,6 +202,13 @@ public:
             CPPUNIT_ASSERT(cs.Left(Path(u"TSTemp").GetLength()) == Path(u"TSTemp"));
             CPPUNIT_ASSERT(FileExists(cs));
         }
+        // The temporary file replaces documents on save: it gets the permissions of any new file.
+        {
+            std::ofstream(m_dir / "plain.txt") << "x";
+            const auto permsPlain = std::filesystem::status(m_dir / "plain.txt").permissions();
+            CPPUNIT_ASSERT(std::filesystem::status(csFirst.ToUtf8()).permissions() == permsPlain);
+            std::filesystem::remove(m_dir / "plain.txt");
+        }
         // A folder written with "\\" and no trailing separator.
         CString csFolder = CString::FromUtf8(m_dir.string());
         csFolder.Replace(u'/', u'\\');
