@@ -3,14 +3,14 @@
 #include "Common_h/IEventsSender.h"
 
 #include <cppunit/extensions/HelperMacros.h>
+#include <string>
 #include <utility>
-#include <vector>
 
 namespace
 {
 struct ITickEvents
 {
-    virtual void OnTick(int nTick) = 0;
+    virtual void OnTick() = 0;
 
 protected:
     ~ITickEvents() = default;
@@ -21,33 +21,35 @@ class CTickSender : public IEventsSender<ITickEvents>
 public:
     int AddEventsHandler(ITickEvents* pHandler) override { return m_aHandlers.AddHandler(pHandler); }
     int RemoveEventsHandler(ITickEvents* pHandler) override { return m_aHandlers.RemoveHandler(pHandler); }
-
-    void Tick(int nTick)
+    void Tick()
     {
-        m_aHandlers.Send<ITickEvents>([&](ITickEvents* pHandler) { pHandler->OnTick(nTick); });
+        m_aHandlers.Send<ITickEvents>([](ITickEvents* p) { p->OnTick(); });
     }
 
     CEventHandlers m_aHandlers;
 };
 
-// Writes its name and the tick into a shared journal; may register or unregister on a tick.
+// Writes its name into a shared journal; may register another handler or remove itself on a tick.
 class CTickHandler : public ITickEvents
 {
 public:
-    CTickHandler(char chName, std::vector<int>& aJournal) : m_chName(chName), m_aJournal(aJournal) {}
-
-    void OnTick(int nTick) override
+    CTickHandler(char ch, std::string& str, CTickSender& sender)
+        : m_chName(ch), m_strJournal(str), m_sender(sender)
     {
-        m_aJournal.push_back(m_chName * 100 + nTick);
+    }
+
+    void OnTick() override
+    {
+        m_strJournal += m_chName;
         if (m_pAddOnTick)
-            m_pSender->AddEventsHandler(std::exchange(m_pAddOnTick, nullptr));
+            m_sender.AddEventsHandler(std::exchange(m_pAddOnTick, nullptr));
         if (m_bRemoveOnTick)
-            m_pSender->RemoveEventsHandler(this);
+            m_sender.RemoveEventsHandler(this);
     }
 
     char m_chName;
-    std::vector<int>& m_aJournal;
-    CTickSender* m_pSender = nullptr;
+    std::string& m_strJournal;
+    CTickSender& m_sender;
     ITickEvents* m_pAddOnTick = nullptr;
     bool m_bRemoveOnTick = false;
 };
@@ -62,37 +64,28 @@ class CEventsTest : public CppUnit::TestFixture
 public:
     void EventsTest()
     {
-        std::vector<int> aJournal;
+        std::string strJournal;
         CTickSender sender;
-        CTickHandler a('a', aJournal), b('b', aJournal), c('c', aJournal), d('d', aJournal);
-        a.m_pSender = b.m_pSender = c.m_pSender = &sender;
+        CTickHandler a('a', strJournal, sender), b('b', strJournal, sender), c('c', strJournal, sender),
+            d('d', strJournal, sender);
 
         // Twice registered is registered once; one removal takes it, a second finds nothing.
-        CPPUNIT_ASSERT_EQUAL(0, sender.AddEventsHandler(&a));
-        CPPUNIT_ASSERT_EQUAL(0, sender.AddEventsHandler(&a));
+        CPPUNIT_ASSERT(sender.AddEventsHandler(&a) == 0 && sender.AddEventsHandler(&a) == 0);
         CPPUNIT_ASSERT_EQUAL(1, sender.m_aHandlers.GetSize());
-        CPPUNIT_ASSERT_EQUAL(1, sender.RemoveEventsHandler(&a));
-        CPPUNIT_ASSERT_EQUAL(0, sender.RemoveEventsHandler(&a));
-        sender.Tick(0);
-        CPPUNIT_ASSERT(aJournal.empty());
+        CPPUNIT_ASSERT(sender.RemoveEventsHandler(&a) == 1 && sender.RemoveEventsHandler(&a) == 0);
 
-        // Order of registration; a handler added during delivery gets the same event.
-        sender.AddEventsHandler(&b);
-        sender.AddEventsHandler(&a);
-        sender.AddEventsHandler(&c);
+        // Order of registration; a handler added during delivery gets the same event; one that
+        // removes itself makes the next one miss this event, but not the later ones.
+        for (CTickHandler* p : {&b, &a, &c})
+            sender.AddEventsHandler(p);
         a.m_pAddOnTick = &d;
-        sender.Tick(1);
-        CPPUNIT_ASSERT(
-            (aJournal == std::vector<int>{'b' * 100 + 1, 'a' * 100 + 1, 'c' * 100 + 1, 'd' * 100 + 1}));
-
-        // A handler that removes itself makes the next one miss this event, but not the later ones.
-        aJournal.clear();
-        b.m_bRemoveOnTick = true;
-        sender.Tick(2);
-        CPPUNIT_ASSERT((aJournal == std::vector<int>{'b' * 100 + 2, 'c' * 100 + 2, 'd' * 100 + 2}));
-        aJournal.clear();
-        sender.Tick(3);
-        CPPUNIT_ASSERT((aJournal == std::vector<int>{'a' * 100 + 3, 'c' * 100 + 3, 'd' * 100 + 3}));
+        for (const char* szExpected : {"bacd", "bcd", "acd"})
+        {
+            strJournal.clear();
+            b.m_bRemoveOnTick = szExpected == std::string("bcd");
+            sender.Tick();
+            CPPUNIT_ASSERT_EQUAL(std::string(szExpected), strJournal);
+        }
     }
 };
 

@@ -5,18 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace
-{
-// The keys of a walk from the start, as UTF-8.
-std::vector<std::string> WalkKeys(CHashTable& table)
-{
-    std::vector<std::string> aKeys;
-    CEnumerator* pEnumerator = table.GetEnumerator();
-    while (aKeys.size() < 1000 && pEnumerator->MoveNext())
-        aKeys.push_back(pEnumerator->GetKey().ToUtf8());
-    return aKeys;
-}
-} // namespace
+using CKeys = std::vector<std::string>;
 
 class CHashTableTest : public CppUnit::TestFixture
 {
@@ -28,21 +17,27 @@ class CHashTableTest : public CppUnit::TestFixture
     CPPUNIT_TEST(Move);
     CPPUNIT_TEST_SUITE_END();
 
+    // The keys of a walk from the start, as UTF-8.
+    static CKeys WalkKeys(CHashTable& table)
+    {
+        CKeys aKeys;
+        CEnumerator* pEnumerator = table.GetEnumerator();
+        while (aKeys.size() < 1000 && pEnumerator->MoveNext())
+            aKeys.push_back(pEnumerator->GetKey().ToUtf8());
+        return aKeys;
+    }
+
 public:
     void CreateDelete()
     {
         CHashTable table;
         CEnumerator* pEnumerator = table.GetEnumerator();
-        CPPUNIT_ASSERT_EQUAL(0, pEnumerator->GetCount());
-        CPPUNIT_ASSERT(!pEnumerator->MoveNext());
-        CPPUNIT_ASSERT(pEnumerator->GetKey().IsEmpty());
-
-        table.SetValue(u"a", u"1");
-        table.SetValue(u"ab", u"2");
-        table.SetValue(u"b", u"3");
+        CPPUNIT_ASSERT(pEnumerator->GetCount() == 0 && !pEnumerator->MoveNext() &&
+                       pEnumerator->GetKey().IsEmpty());
+        for (const char16_t* szKey : {u"a", u"ab", u"b"})
+            table.SetValue(szKey, u"1");
         table.RemoveAll();
-        CPPUNIT_ASSERT(!table.ContainsKey(u"a"));
-        CPPUNIT_ASSERT_EQUAL(0, table.GetEnumerator()->GetCount());
+        CPPUNIT_ASSERT(!table.ContainsKey(u"a") && table.GetEnumerator()->GetCount() == 0);
         table.SetValue(u"a", u"4");
         CPPUNIT_ASSERT(table.GetValue(u"a") == u"4");
 
@@ -50,10 +45,7 @@ public:
         const std::u16string strLong(1000000, u'k');
         table.SetValue(strLong.c_str(), u"long");
         for (char16_t ch = 1; ch < 0xFFFF; ch += 7)
-        {
-            const char16_t szKey[] = {ch, u'\0'};
-            table.SetValue(szKey, u"");
-        }
+            table.SetValue(std::u16string(1, ch).c_str(), u"");
         CPPUNIT_ASSERT(table.GetValue(strLong.c_str()) == u"long");
     }
 
@@ -63,12 +55,9 @@ public:
         table.SetValue(u"1", u"val0");
         table.SetValue(u"2", u"two");
         table.SetValue(u"1", u"val1");
-        CPPUNIT_ASSERT(table.GetValue(u"1") == u"val1");
-        CPPUNIT_ASSERT(table[u"2"] == u"two");
-        CPPUNIT_ASSERT(std::vector<std::string>({"1", "2"}) == WalkKeys(table));
-
-        CPPUNIT_ASSERT(table.GetValue(u"3").IsEmpty());
-        CPPUNIT_ASSERT(table.GetValue(nullptr).IsEmpty());
+        CPPUNIT_ASSERT(table.GetValue(u"1") == u"val1" && table[u"2"] == u"two");
+        CPPUNIT_ASSERT(CKeys({"1", "2"}) == WalkKeys(table));
+        CPPUNIT_ASSERT(table.GetValue(u"3").IsEmpty() && table.GetValue(nullptr).IsEmpty());
         table.SetValue(u"", u"x");
         table.SetValue(nullptr, u"x");
         CPPUNIT_ASSERT_EQUAL(2, table.GetEnumerator()->GetCount());
@@ -76,30 +65,20 @@ public:
         // An empty value is a value; siblings compare as unsigned numbers.
         table.SetValue(u"e", nullptr);
         CPPUNIT_ASSERT(table.ContainsKey(u"e"));
-        table.SetValue(u"\xFFFF", u"high");
-        table.SetValue(u"\x0001", u"low");
-        table.SetValue(u"\x8000", u"middle");
-        CPPUNIT_ASSERT(table.GetValue(u"\xFFFF") == u"high");
-        CPPUNIT_ASSERT(table.GetValue(u"\x0001") == u"low");
-        CPPUNIT_ASSERT(table.GetValue(u"\x8000") == u"middle");
+        for (const char16_t* szKey : {u"\xFFFF", u"\x0001", u"\x8000"})
+            table.SetValue(szKey, szKey);
+        for (const char16_t* szKey : {u"\xFFFF", u"\x0001", u"\x8000"})
+            CPPUNIT_ASSERT(table.GetValue(szKey) == szKey);
     }
 
     void ContainsKey()
     {
-        CHashTable table;
-        table.SetValue(u"2", u"");
-        table.SetValue(u"folder", u"f");
-        table.SetValue(u"a|tag|tags", u"t");
-        table.SetValue(u"Case", u"c");
-        CPPUNIT_ASSERT(table.ContainsKey(u"2"));
-        CPPUNIT_ASSERT(!table.ContainsKey(u"n2"));
-        CPPUNIT_ASSERT(!table.ContainsKey(u"folder1"));
-        CPPUNIT_ASSERT(!table.ContainsKey(u"fold"));
-        CPPUNIT_ASSERT(!table.ContainsKey(u"acronym|tag|tags"));
-        CPPUNIT_ASSERT(!table.ContainsKey(u"case"));
-        CPPUNIT_ASSERT(!table.ContainsKey(u""));
-
-        CHashTable tableLonger;
+        CHashTable table, tableLonger;
+        for (const char16_t* szKey : {u"2", u"folder", u"a|tag|tags", u"Case"})
+            table.SetValue(szKey, u"");
+        CPPUNIT_ASSERT(table.ContainsKey(u"2") && table.ContainsKey(u"folder"));
+        for (const char16_t* szKey : {u"n2", u"folder1", u"fold", u"acronym|tag|tags", u"case", u""})
+            CPPUNIT_ASSERT(!table.ContainsKey(szKey));
         tableLonger.SetValue(u"folder1", u"");
         CPPUNIT_ASSERT(!tableLonger.ContainsKey(u"folder"));
     }
@@ -109,63 +88,48 @@ public:
         CHashTable table;
         for (const char16_t* szKey : {u"4", u"2", u"3", u"1"})
             table.SetValue(szKey, szKey);
-        CPPUNIT_ASSERT_EQUAL(4, table.GetEnumerator()->GetCount());
-
         table.Remove(u"2");
-        CPPUNIT_ASSERT_EQUAL(3, table.GetEnumerator()->GetCount());
-        CPPUNIT_ASSERT(!table.ContainsKey(u"2"));
-        CPPUNIT_ASSERT(table.GetValue(u"2").IsEmpty());
-        CPPUNIT_ASSERT(std::vector<std::string>({"4", "3", "1"}) == WalkKeys(table));
-
+        CPPUNIT_ASSERT(!table.ContainsKey(u"2") && table.GetValue(u"2").IsEmpty());
+        CPPUNIT_ASSERT(CKeys({"4", "3", "1"}) == WalkKeys(table));
         table.Remove(u"2");
         table.Remove(u"missing");
         CPPUNIT_ASSERT_EQUAL(3, table.GetEnumerator()->GetCount());
 
         // Set again it goes to the end; head and tail can go too.
         table.SetValue(u"2", u"again");
-        CPPUNIT_ASSERT(std::vector<std::string>({"4", "3", "1", "2"}) == WalkKeys(table));
+        CPPUNIT_ASSERT(CKeys({"4", "3", "1", "2"}) == WalkKeys(table));
         table.Remove(u"4");
         table.Remove(u"2");
         table.SetValue(u"5", u"");
-        CPPUNIT_ASSERT(std::vector<std::string>({"3", "1", "5"}) == WalkKeys(table));
+        CPPUNIT_ASSERT(CKeys({"3", "1", "5"}) == WalkKeys(table));
         table.Remove(u"5");
 
         // Removing during a walk starts the walk again.
         CEnumerator* pEnumerator = table.GetEnumerator();
         CPPUNIT_ASSERT(pEnumerator->MoveNext());
         table.Remove(u"3");
-        CPPUNIT_ASSERT(pEnumerator->GetKey().IsEmpty());
-        CPPUNIT_ASSERT(pEnumerator->MoveNext());
+        CPPUNIT_ASSERT(pEnumerator->GetKey().IsEmpty() && pEnumerator->MoveNext());
         CPPUNIT_ASSERT(pEnumerator->GetKey() == u"1");
     }
 
     void Move()
     {
         CHashTable table;
-        table.SetValue(u"zeta", u"1");
-        table.SetValue(u"alpha", u"2");
-        table.SetValue(u"mu", u"3");
-        table.SetValue(u"alphabet", u"4");
-        CEnumerator* pEnumerator = table.GetEnumerator();
         const char16_t* aKeys[] = {u"zeta", u"alpha", u"mu", u"alphabet"};
         const char16_t* aValues[] = {u"1", u"2", u"3", u"4"};
         for (int i = 0; i < 4; ++i)
+            table.SetValue(aKeys[i], aValues[i]);
+        CEnumerator* pEnumerator = table.GetEnumerator();
+        for (int i = 0; i < 4; ++i)
         {
             CPPUNIT_ASSERT(pEnumerator->MoveNext());
-            CPPUNIT_ASSERT(pEnumerator->GetKey() == aKeys[i]);
-            CPPUNIT_ASSERT(pEnumerator->GetValue() == aValues[i]);
+            CPPUNIT_ASSERT(pEnumerator->GetKey() == aKeys[i] && pEnumerator->GetValue() == aValues[i]);
         }
-        CPPUNIT_ASSERT(!pEnumerator->MoveNext());
-        CPPUNIT_ASSERT(pEnumerator->GetValue().IsEmpty());
-        // Behind the end the next step begins again.
-        CPPUNIT_ASSERT(pEnumerator->MoveNext());
-        CPPUNIT_ASSERT(pEnumerator->GetKey() == u"zeta");
-
-        // GetEnumerator resets the shared walk.
-        CPPUNIT_ASSERT(pEnumerator->MoveNext());
-        CPPUNIT_ASSERT(table.GetEnumerator() == pEnumerator);
-        CPPUNIT_ASSERT(pEnumerator->MoveNext());
-        CPPUNIT_ASSERT(pEnumerator->GetKey() == u"zeta");
+        CPPUNIT_ASSERT(!pEnumerator->MoveNext() && pEnumerator->GetValue().IsEmpty());
+        // Behind the end the next step begins again; GetEnumerator resets the shared walk.
+        CPPUNIT_ASSERT(pEnumerator->MoveNext() && pEnumerator->GetKey() == u"zeta");
+        CPPUNIT_ASSERT(pEnumerator->MoveNext() && table.GetEnumerator() == pEnumerator);
+        CPPUNIT_ASSERT(pEnumerator->MoveNext() && pEnumerator->GetKey() == u"zeta");
     }
 };
 

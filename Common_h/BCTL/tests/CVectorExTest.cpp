@@ -19,11 +19,8 @@ public:
     {
         CPPUNIT_ASSERT(CVectorEx<int>().empty());
         const CVectorEx<CString> aThree{u"1", u"2", u"4"};
-        const CVectorEx<CString> aCopy(aThree);
-        const CVectorEx<CString> aFromPointer(&aThree);
-        CPPUNIT_ASSERT_EQUAL(size_t(3), aCopy.size());
-        CPPUNIT_ASSERT_EQUAL(size_t(3), aFromPointer.size());
-        CPPUNIT_ASSERT(aFromPointer.GetValue(2) == u"4");
+        CPPUNIT_ASSERT_EQUAL(size_t(3), CVectorEx<CString>(aThree).size());
+        CPPUNIT_ASSERT(CVectorEx<CString>(&aThree).GetValue(2) == u"4");
         CPPUNIT_ASSERT_THROW((void)aThree.GetValue(3), CErrorBoundsException);
         CPPUNIT_ASSERT_THROW((void)aThree.GetValue(-1), CErrorBoundsException);
         CPPUNIT_ASSERT_THROW(CVectorEx<int>(static_cast<const CVectorEx<int>*>(nullptr)),
@@ -32,17 +29,14 @@ public:
 
     void EqTest()
     {
-        CVectorEx<int> a{1, 2, 4};
+        const CVectorEx<int> a{1, 2, 4};
         CPPUNIT_ASSERT((a == CVectorEx<int>{1, 2, 4}));
-        CPPUNIT_ASSERT(!(a == CVectorEx<int>{1, 2}));
-        CPPUNIT_ASSERT(!(a == CVectorEx<int>{4, 2, 1}));
-
+        CPPUNIT_ASSERT(!(a == CVectorEx<int>{1, 2}) && !(a == CVectorEx<int>{4, 2, 1}));
         CVectorEx<int> b;
         b = a;
         CPPUNIT_ASSERT(b == a);
         b.SetValue(2, 5);
-        CPPUNIT_ASSERT(!(b == a));
-        CPPUNIT_ASSERT_EQUAL(4, a.GetValue(2));
+        CPPUNIT_ASSERT(!(b == a) && a.GetValue(2) == 4);
         CPPUNIT_ASSERT_THROW(b.SetValue(3, 0), CErrorBoundsException);
     }
 };
