@@ -7,7 +7,8 @@
 #include <string>
 #include <string_view>
 
-// The path as the system takes it: every "\\" becomes "/", the text UTF-8.
+// The path as the system takes it: every "\\" becomes "/", the text UTF-8, and a component that
+// exists only in another letter case is found in that case.
 std::string ToNativePath(const CString& csPath);
 
 // A path the system gave back, as a CString (separators stay "/").

@@ -9,6 +9,11 @@ packages=(
   libicu-dev           # case mapping, character classes, code pages
   libglib2.0-dev       # profile store (GKeyFile)
   libbenchmark-dev     # benchmark target
+  libpcre2-dev         # regular expressions (16-bit library)
+  libxml2-dev libxslt1-dev  # XML documents, XPath and style sheets
+  zlib1g-dev           # CRC-32 of the clipboard
+  libcairo2-dev libpango1.0-dev fontconfig fonts-liberation  # drawing surface and fonts
+  libgdk-pixbuf-2.0-dev  # image strips and icons
 )
 # clang with its runtime builds the fuzz entry points; optional for everything else.
 optional=(clang libclang-rt-14-dev)

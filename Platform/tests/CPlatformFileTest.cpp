@@ -4,6 +4,7 @@
 #include "Platform/CFile.h"
 #include "Platform/CMemFile.h"
 #include "Platform/FileOperations.h"
+#include "Platform/NativePath.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <fcntl.h>
@@ -49,6 +50,7 @@ class CPlatformFileTest : public CppUnit::TestFixture
     CPPUNIT_TEST(TempFileNameTest);
     CPPUNIT_TEST(MoveDeleteCreateTest);
     CPPUNIT_TEST(SplitPathTest);
+    CPPUNIT_TEST(NativePathCaseTest);
     CPPUNIT_TEST(ArchiveCountTest);
     CPPUNIT_TEST(ArchiveArrayTest);
     CPPUNIT_TEST(MemFileTest);
@@ -284,6 +286,26 @@ public:
             CPPUNIT_ASSERT(csDrive.IsEmpty());
             CPPUNIT_ASSERT(csDir == test.szDir && csName == test.szName && csExt == test.szExt);
         }
+    }
+
+    // Design paths use "\\" and may differ in case from the folders on disk; a missing leaf keeps
+    // its spelling so that it can be created.
+    void NativePathCaseTest()
+    {
+        fs::create_directories(m_dir / "AutoComplete" / "Tests");
+        WriteAll(m_dir / "AutoComplete" / "Tests" / "File.xml", "x");
+        const CString csRoot = CString::FromUtf8(m_dir.string());
+        CPPUNIT_ASSERT(ToNativePath(csRoot + u"\\autocomplete\\tests\\file.XML") ==
+                       (m_dir / "AutoComplete/Tests/File.xml").string());
+        CPPUNIT_ASSERT(ToNativePath(csRoot + u"\\AUTOCOMPLETE\\New.txt") ==
+                       (m_dir / "AutoComplete/New.txt").string());
+        CPPUNIT_ASSERT(ToNativePath(csRoot + u"/none/Tests") == (m_dir / "none/Tests").string());
+        // Two entries that differ only in case: no guess is made.
+        fs::create_directories(m_dir / "Twin");
+        fs::create_directories(m_dir / "TWIN");
+        CPPUNIT_ASSERT(ToNativePath(csRoot + u"/twin") == (m_dir / "twin").string());
+        CFile file;
+        CPPUNIT_ASSERT(file.Open(csRoot + u"\\autocomplete\\TESTS\\file.xml", CFile::modeRead));
     }
 
     void ArchiveCountTest()
