@@ -1,0 +1,49 @@
+// CSearchInString: the one-shot search of a pattern in one string, plain or as a regular expression,
+// forwards or backwards from an offset.
+#pragma once
+
+#include "CRegularExpression.h"
+
+#include "Platform/CArray.h"
+#include "Platform/CString.h"
+#include "Platform/Types.h"
+
+// Search flags, one bit set.
+constexpr DWORD SF_WHOLE_WORD = 1; // the match must stand as a whole word
+constexpr DWORD SF_MATCH_CASE = 2; // case sensitive; when clear the search ignores case
+constexpr DWORD SF_UP = 4;         // from the start offset towards the beginning
+constexpr DWORD SF_REGEXP = 8;     // the pattern is a regular expression
+
+class CSearchInString
+{
+public:
+    // One match; nStart equal to nEnd counts as no match.
+    struct SSearchResult
+    {
+        int nStart = 0;  // the first character of the match
+        int nEnd = 0;    // one behind the last
+        CString csText;  // the matched text (the pattern as searched, for a plain search)
+    };
+
+    // The matches of one search: a plain search gives at most one, a regular expression the whole
+    // match and then its groups.
+    class CSearchResults : public CArray<SSearchResult, const SSearchResult&>
+    {
+    public:
+        // Appends captures 0 to nCount - 1 of the last match of regexp.
+        virtual void AddRegExpResults(CRegularExpression& regexp, int nCount);
+        virtual void AddResult(int nStart, int nEnd, const CString& csText);
+    };
+
+    CSearchInString() = default;
+    virtual ~CSearchInString() = default;
+
+    // The entry point: a regular expression search with SF_REGEXP, a plain one otherwise. A bad
+    // regular expression raises CCommonException.
+    CSearchResults Search(CString csPattern, CString csText, int nStart, DWORD dwFlags);
+    CSearchResults PlainSearch(CString csPattern, CString csText, int nStart, DWORD dwFlags);
+    CSearchResults RegExpSearch(CString csPattern, CString csText, int nStart, DWORD dwFlags);
+
+    // True when csText[nStart, nEnd) has no letter or digit right before or behind it.
+    static BOOL IsWholeWord(const CString& csText, int nStart, int nEnd);
+};

@@ -1,0 +1,208 @@
+// Search in one string: the regular expression object, the plain and the regular expression paths in
+// both directions, the word test and the failures of a bad expression.
+#include "Common_h/CCommonException.h"
+#include "Tessaroline/Components/Find/CRegularExpression.h"
+#include "Tessaroline/Components/Find/CSearchInString.h"
+
+#include <cppunit/extensions/HelperMacros.h>
+#include <string>
+#include <vector>
+
+namespace
+{
+// One expected result: start, end and text.
+struct SExpected
+{
+    int nStart;
+    int nEnd;
+    const char16_t* szText;
+};
+
+// One search and what it must give.
+struct SSearchCase
+{
+    const char16_t* szPattern;
+    const char16_t* szText;
+    int nStart;
+    DWORD dwFlags;
+    std::vector<SExpected> aExpected;
+};
+
+std::string Describe(const SSearchCase& test)
+{
+    return CString(test.szPattern).ToUtf8() + " in \"" + CString(test.szText).ToUtf8() + "\" from " +
+           std::to_string(test.nStart) + " flags " + std::to_string(test.dwFlags);
+}
+
+void CheckResults(const SSearchCase& test, const CSearchInString::CSearchResults& results)
+{
+    const std::string szCase = Describe(test);
+    CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, static_cast<int>(test.aExpected.size()), results.GetSize());
+    for (int i = 0; i < results.GetSize(); ++i)
+    {
+        const auto& expected = test.aExpected[static_cast<std::size_t>(i)];
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, expected.nStart, results[i].nStart);
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, expected.nEnd, results[i].nEnd);
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, CString(expected.szText).ToUtf8(), results[i].csText.ToUtf8());
+    }
+}
+
+const char16_t* const REGEXP_ERROR = u"Regular expression you entered is incomplete or erroneous";
+} // namespace
+
+class CSearcherTest : public CppUnit::TestFixture
+{
+    CPPUNIT_TEST_SUITE(CSearcherTest);
+    // The registered cases keep their order above this line; further cases go below.
+    CPPUNIT_TEST(RegularExpressionTest);
+    CPPUNIT_TEST(PlainSearchTest);
+    CPPUNIT_TEST(RegExpSearchTest);
+    CPPUNIT_TEST_SUITE_END();
+
+public:
+    void RegularExpressionTest()
+    {
+        CRegularExpression regexp;
+        int nStart = 7, nEnd = 8;
+        CPPUNIT_ASSERT(regexp.Exec(u"abc", 0, &nStart, &nEnd) < PCRE_ERROR_NOMATCH);
+        CPPUNIT_ASSERT(!regexp.Compile(u"(", 0) && !regexp.IsCompiled());
+
+        // Groups that took no part: inside the count they are -1, -1 and "", behind it absent.
+        CPPUNIT_ASSERT(regexp.Compile(u"(a)?(b)(c)?", 0));
+        CPPUNIT_ASSERT_EQUAL(3, regexp.Exec(u"xbz", 0, &nStart, &nEnd));
+        CPPUNIT_ASSERT(nStart == 1 && nEnd == 2);
+        for (int nIndex : {1, 3, -1})
+        {
+            regexp.GetMatchRange(nIndex, &nStart, &nEnd);
+            CPPUNIT_ASSERT(nStart == -1 && nEnd == -1 && regexp.GetMatchText(nIndex).IsEmpty());
+        }
+        CPPUNIT_ASSERT(regexp.GetMatchText(2) == u"b");
+
+        // No match and an empty match leave the offsets as they were.
+        nStart = 7;
+        nEnd = 8;
+        CPPUNIT_ASSERT_EQUAL(PCRE_ERROR_NOMATCH, regexp.Exec(u"xyz", 0, &nStart, &nEnd));
+        CPPUNIT_ASSERT(regexp.Compile(u"x*", 0));
+        CPPUNIT_ASSERT_EQUAL(PCRE_ERROR_NOMATCH, regexp.Exec(u"abc", 0, &nStart, &nEnd));
+        CPPUNIT_ASSERT(nStart == 7 && nEnd == 8 && regexp.GetMatchText(0).IsEmpty());
+
+        // Options, anchoring, and offsets in code units across a pair of surrogates.
+        struct
+        {
+            const char16_t* szPattern;
+            int nOptions;
+            const char16_t* szSubject;
+            int nOffset;
+            int nExecOptions;
+            int nStart;
+            int nEnd;
+        } const aCases[] = {
+            {u"ABC", 0, u"xabc", 0, 0, -1, -1},
+            {u"ABC", PCRE_CASELESS, u"xabc", 0, 0, 1, 4},
+            {u"\u0411\u0412", PCRE_CASELESS, u"x\u0431\u0432", 0, 0, 1, 3},
+            {u"^b", 0, u"a\nb", 0, 0, -1, -1},
+            {u"^b", PCRE_MULTILINE, u"a\nb", 0, 0, 2, 3},
+            {u"b", 0, u"abab", 2, 0, 3, 4},
+            {u"b", 0, u"abab", 2, PCRE_ANCHORED, -1, -1},
+            {u"\u0431", 0, u"ab\U0001F600\u0431", 0, 0, 4, 5},
+            {u".\u0431", 0, u"ab\U0001F600\u0431", 0, 0, 2, 5},
+            {u"b", 0, u"abc", 4, 0, -1, -1},
+        };
+        for (const auto& test : aCases)
+        {
+            nStart = nEnd = -1;
+            CRegularExpression re(test.szPattern, test.nOptions);
+            const int nResult = re.Exec(test.szSubject, test.nOffset, &nStart, &nEnd, test.nExecOptions);
+            const std::string szCase = CString(test.szPattern).ToUtf8();
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, test.nStart, nStart);
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, test.nEnd, nEnd);
+            CPPUNIT_ASSERT_MESSAGE(szCase, test.nStart >= 0 ? nResult == 1 : nResult < 0);
+        }
+
+        // A pattern that backtracks without end stops at the match limit, as a failure.
+        CPPUNIT_ASSERT(regexp.Compile(u"(a+)+$", 0));
+        CPPUNIT_ASSERT(regexp.Exec(CString(u'a', 30) + u"b", 0, &nStart, &nEnd) < PCRE_ERROR_NOMATCH);
+    }
+
+    void PlainSearchTest()
+    {
+        const SSearchCase aCases[] = {
+            {u"", u"abc", 1, 0, {{1, 1, u""}}},
+            {u"a", u"abc", 4, 0, {}},
+            {u"TEST", u"a test", 0, 0, {{2, 6, u"test"}}},
+            {u"TEST", u"a test", 0, SF_MATCH_CASE, {}},
+            {u"\u041F\u0420\u0418", u"a \u043F\u0440\u0438", 0, 0, {{2, 5, u"\u043F\u0440\u0438"}}},
+            {u"test", u"test test", 1, 0, {{5, 9, u"test"}}},
+            // Backwards: the pattern as searched, reversed; a single character at nStart is not seen.
+            {u"bc", u"abcdef", 3, SF_UP, {{1, 3, u"cb"}}},
+            {u"c", u"abcdef", 2, SF_UP, {}},
+            {u"c", u"abcdef", 3, SF_UP, {{2, 3, u"c"}}},
+            {u"ab", u"abcdef", 0, SF_UP, {}},
+            {u"ab", u"abab", 9, SF_UP, {{2, 4, u"ba"}}},
+            // Whole words: letters and digits bound a word, an underscore doesn't.
+            {u"foo", u"xfoo foo", 0, SF_WHOLE_WORD, {{5, 8, u"foo"}}},
+            {u"foo", u"foo_bar", 0, SF_WHOLE_WORD, {{0, 3, u"foo"}}},
+            {u"foo", u"foo1 afoo", 0, SF_WHOLE_WORD, {}},
+            {u"foo", u"foo xfoo", 8, SF_WHOLE_WORD | SF_UP, {{0, 3, u"oof"}}},
+            {u"\u0434\u0430", u"\u0434\u0430\u0448 \u0434\u0430", 0, SF_WHOLE_WORD, {{4, 6, u"\u0434\u0430"}}},
+        };
+        CSearchInString search;
+        for (const auto& test : aCases)
+            CheckResults(test, search.Search(test.szPattern, test.szText, test.nStart, test.dwFlags));
+
+        const auto results = search.Search(u"x", u"x", 0, 0);
+        CPPUNIT_ASSERT_THROW(static_cast<void>(results.GetAt(1)), CInvalidArgException);
+    }
+
+    void RegExpSearchTest()
+    {
+        const DWORD RE = SF_REGEXP;
+        const SSearchCase aCases[] = {
+            {u"t(e)(s)?t", u"a test", 0, RE, {{2, 6, u"test"}, {3, 4, u"e"}, {4, 5, u"s"}}},
+            {u"(a)|(b)", u"b", 0, RE, {{0, 1, u"b"}, {-1, -1, u""}, {0, 1, u"b"}}},
+            {u"ABC", u"xabc", 0, RE, {{1, 4, u"abc"}}},
+            {u"ABC", u"xabc", 0, RE | SF_MATCH_CASE, {}},
+            {u"x*", u"abc", 0, RE, {}},
+            {u"b", u"abc", 5, RE, {}},
+            {u"c\\n", u"abc\n", 0, RE, {{2, 4, u"c\n"}}},
+            // Forwards, only the first match is tried against the word test.
+            {u"foo", u"xfoo foo", 0, RE | SF_WHOLE_WORD, {}},
+            {u"foo", u"a foo", 0, RE | SF_WHOLE_WORD, {{2, 5, u"foo"}}},
+            // Backwards: the greatest start strictly before nStart, and the word test goes on.
+            {u"t.", u"test text", 9, RE | SF_UP, {{5, 7, u"te"}}},
+            {u"t.", u"test text", 5, RE | SF_UP, {{3, 5, u"t "}}},
+            {u"t", u"test", 0, RE | SF_UP, {}},
+            {u"foo", u"foo xfoo", 8, RE | SF_UP | SF_WHOLE_WORD, {{0, 3, u"foo"}}},
+            {u"\\n", u"\n", -1, RE | SF_UP, {{0, 1, u"\n"}}},
+            {u"\\n", u"\n", 0, RE | SF_UP, {}},
+        };
+        CSearchInString search;
+        for (const auto& test : aCases)
+            CheckResults(test, search.Search(test.szPattern, test.szText, test.nStart, test.dwFlags));
+
+        // A pattern that doesn't compile and one that runs into the match limit, both ways.
+        const CString csLong = CString(u'a', 30) + u"b";
+        const SSearchCase aFailures[] = {
+            {u"(", u"abc", 0, RE, {}},
+            {u"a[", u"abc", 3, RE | SF_UP, {}},
+            {u"(a+)+$", csLong.GetString(), 0, RE, {}},
+            {u"(a+)+$", csLong.GetString(), 1, RE | SF_UP, {}},
+        };
+        for (const auto& test : aFailures)
+        {
+            try
+            {
+                search.Search(test.szPattern, test.szText, test.nStart, test.dwFlags);
+                CPPUNIT_FAIL("no error for " + Describe(test));
+            }
+            catch (const CCommonException& e)
+            {
+                CPPUNIT_ASSERT(e.GetMessage() == REGEXP_ERROR);
+                CPPUNIT_ASSERT(e.GetPlace() == u"CSearchInString::RegExpSearch");
+                CPPUNIT_ASSERT_EQUAL(E_FAIL, e.GetCode());
+            }
+        }
+    }
+};
+
+CPPUNIT_TEST_SUITE_NAMED_REGISTRATION(CSearcherTest, "All Tests");
