@@ -1,5 +1,7 @@
 #include "CFont.h"
 
+#include <fontconfig/fontconfig.h>
+
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -64,6 +66,31 @@ BOOL CFont::GetLogFont(LOGFONTW* pLogFont) const
 CString CFont::GetFaceName() const
 {
     return CString(m_logFont.lfFaceName, FaceLength(m_logFont.lfFaceName));
+}
+
+CString CFont::GetResolvedFaceName() const
+{
+    if (!m_bCreated)
+        return CString();
+    FcPattern* pPattern = FcPatternCreate();
+    if (!pPattern)
+        return CString();
+    const std::string szFace = GetFaceName().ToUtf8();
+    FcPatternAddString(pPattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(szFace.c_str()));
+    FcPatternAddInteger(pPattern, FC_WEIGHT, IsBold() ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+    FcPatternAddInteger(pPattern, FC_SLANT, IsItalic() ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+    FcConfigSubstitute(nullptr, pPattern, FcMatchPattern);
+    FcDefaultSubstitute(pPattern);
+    FcResult result = FcResultNoMatch;
+    FcPattern* pMatch = FcFontMatch(nullptr, pPattern, &result);
+    CString csFamily;
+    FcChar8* szFamily = nullptr;
+    if (pMatch && FcPatternGetString(pMatch, FC_FAMILY, 0, &szFamily) == FcResultMatch && szFamily)
+        csFamily = CString::FromUtf8(reinterpret_cast<const char*>(szFamily));
+    if (pMatch)
+        FcPatternDestroy(pMatch);
+    FcPatternDestroy(pPattern);
+    return csFamily;
 }
 
 int CFont::GetHeight() const noexcept

@@ -54,6 +54,9 @@ public:
     BOOL GetLogFont(LOGFONTW* pLogFont) const;
 
     [[nodiscard]] CString GetFaceName() const;
+    // The family of an installed font that the system's font matching gives for this face (a
+    // metric-compatible family for the classic faces); empty while there is no font.
+    [[nodiscard]] CString GetResolvedFaceName() const;
     // Height in pixels, whether the record gives the character or the cell height.
     [[nodiscard]] int GetHeight() const noexcept;
     [[nodiscard]] int GetWeight() const noexcept { return m_logFont.lfWeight; }
