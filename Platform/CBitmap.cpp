@@ -1,6 +1,11 @@
 #include "CBitmap.h"
 
+#include "NativePath.h"
+
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
 #include <algorithm>
+#include <memory>
 #include <new>
 
 BOOL CBitmap::CreateBitmap(int nWidth, int nHeight)
@@ -19,6 +24,49 @@ BOOL CBitmap::CreateBitmap(int nWidth, int nHeight)
     }
     m_nWidth = nWidth;
     m_nHeight = nHeight;
+    return TRUE;
+}
+
+BOOL CBitmap::LoadFromFile(const CString& csFileName)
+{
+    DeleteObject();
+    const std::string szPath = ToNativePath(csFileName);
+    // The size is asked first, so that a file claiming a huge picture is refused before decoding.
+    int nWidth = 0;
+    int nHeight = 0;
+    if (!gdk_pixbuf_get_file_info(szPath.c_str(), &nWidth, &nHeight) || !CreateBitmap(nWidth, nHeight))
+        return FALSE;
+    GError* pError = nullptr;
+    std::unique_ptr<GdkPixbuf, decltype(&g_object_unref)> pPixbuf(
+        gdk_pixbuf_new_from_file(szPath.c_str(), &pError), &g_object_unref);
+    if (pError)
+        g_error_free(pError);
+    if (!pPixbuf || gdk_pixbuf_get_colorspace(pPixbuf.get()) != GDK_COLORSPACE_RGB ||
+        gdk_pixbuf_get_bits_per_sample(pPixbuf.get()) != 8 || gdk_pixbuf_get_width(pPixbuf.get()) != nWidth ||
+        gdk_pixbuf_get_height(pPixbuf.get()) != nHeight)
+    {
+        DeleteObject();
+        return FALSE;
+    }
+    const int nChannels = gdk_pixbuf_get_n_channels(pPixbuf.get());
+    const bool bAlpha = gdk_pixbuf_get_has_alpha(pPixbuf.get());
+    const int nRowStride = gdk_pixbuf_get_rowstride(pPixbuf.get());
+    const guchar* pRows = gdk_pixbuf_read_pixels(pPixbuf.get());
+    if (nChannels < (bAlpha ? 4 : 3))
+    {
+        DeleteObject();
+        return FALSE;
+    }
+    for (int y = 0; y < nHeight; ++y)
+    {
+        const guchar* pPixel = pRows + static_cast<std::ptrdiff_t>(y) * nRowStride;
+        for (int x = 0; x < nWidth; ++x, pPixel += nChannels)
+        {
+            const DWORD dwAlpha = bAlpha ? pPixel[3] : 0xFFu;
+            SetPixelARGB(x, y, dwAlpha << 24 | static_cast<DWORD>(pPixel[0]) << 16 |
+                                   static_cast<DWORD>(pPixel[1]) << 8 | pPixel[2]);
+        }
+    }
     return TRUE;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CSize.h"
+#include "CString.h"
 #include "Types.h"
 
 #include <vector>
@@ -21,6 +22,10 @@ public:
     // Replaces the picture with one of the given size, every pixel 0 (transparent black). FALSE,
     // and the bitmap as it was, for a side below 1 or a size beyond the limits.
     BOOL CreateBitmap(int nWidth, int nHeight);
+    // Replaces the picture with the image in the file csFileName ("\\" or "/"), BMP or PNG, in its
+    // own size; pixels without alpha in the file are opaque. FALSE, and the bitmap empty, when the
+    // file is missing, isn't an image or is beyond the limits of CreateBitmap.
+    BOOL LoadFromFile(const CString& csFileName);
     void DeleteObject() noexcept;
 
     [[nodiscard]] bool IsNull() const noexcept { return m_aPixels.empty(); }
