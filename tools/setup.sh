@@ -14,6 +14,7 @@ packages=(
   zlib1g-dev           # CRC-32 of the clipboard
   libcairo2-dev libpango1.0-dev fontconfig fonts-liberation  # drawing surface and fonts
   libgdk-pixbuf-2.0-dev  # image strips and icons
+  shared-mime-info     # content types and their descriptions for shell items (GIO)
 )
 # clang with its runtime builds the fuzz entry points; optional for everything else.
 optional=(clang libclang-rt-14-dev)

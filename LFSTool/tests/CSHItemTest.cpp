@@ -1,0 +1,178 @@
+// Shell items and their array: what an item fetches about a real file or folder, and the lookup by
+// name and folder flag.
+#include "LFSTool/CSHItem.h"
+#include "LFSTool/CSHItemsArray.h"
+#include "Platform/CException.h"
+#include "Platform/ShellFileInfo.h"
+
+#include <cppunit/extensions/HelperMacros.h>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+namespace fs = std::filesystem;
+
+// A folder of its own under the temporary folder, removed with everything in it.
+class CTempFolder
+{
+public:
+    CTempFolder()
+    {
+        std::string szTemplate = (fs::temp_directory_path() / "lfsItemXXXXXX").string();
+        if (::mkdtemp(szTemplate.data()) != nullptr)
+            m_path = szTemplate;
+    }
+    ~CTempFolder()
+    {
+        std::error_code ec;
+        fs::permissions(m_path / "ReadOnly", fs::perms::owner_all, ec);
+        fs::remove_all(m_path, ec);
+    }
+    fs::path m_path;
+};
+
+CSHItem MakeItem(const fs::path& path)
+{
+    CSHItem item;
+    item.SetParentFolder(CString::FromUtf8(path.parent_path().string()));
+    item.SetPidlFQ(CString::FromUtf8(path.string()));
+    item.SetPidlRel(CString::FromUtf8(path.filename().string()));
+    return item;
+}
+
+// An item with a name and a folder flag as GetAllInfo would leave them.
+CSHItem MakeNamed(const fs::path& folder, const char* szName, bool bDir)
+{
+    const fs::path path = folder / szName;
+    if (bDir)
+        fs::create_directory(path);
+    else
+        std::ofstream(path).put('x');
+    CSHItem item = MakeItem(path);
+    item.GetAllInfo();
+    return item;
+}
+} // namespace
+
+class CSHItemTest : public CppUnit::TestFixture
+{
+    CPPUNIT_TEST_SUITE(CSHItemTest);
+    CPPUNIT_TEST(NewItemTest);
+    CPPUNIT_TEST(GetAllInfoTest);
+    CPPUNIT_TEST(ItemsArrayTest);
+    CPPUNIT_TEST_SUITE_END();
+
+public:
+    void NewItemTest()
+    {
+        CSHItem item;
+        CPPUNIT_ASSERT(item.GetIconProtected() == -1 && item.GetIsDirectory() == 0 && !item.GetIsUnsorted());
+        CPPUNIT_ASSERT(item.GetItemName().IsEmpty() && item.GetItemType().IsEmpty());
+        CPPUNIT_ASSERT(item.GetParentFolder().IsEmpty() && item.GetPidlFQ().IsEmpty());
+        // Without a path, and with one that names nothing, nothing is fetched and nothing changes.
+        for (const char16_t* szPath : {u"", u"/no/such/lfs/item"})
+        {
+            item.SetPidlFQ(szPath);
+            CPPUNIT_ASSERT_EQUAL(-1, item.GetIcon());
+            CPPUNIT_ASSERT_EQUAL(-1, item.GetIconProtected());
+            CPPUNIT_ASSERT_EQUAL(0, item.CanRename());
+            CPPUNIT_ASSERT_EQUAL(0, item.GetHasSubFolder());
+            CPPUNIT_ASSERT(!item.GetAllInfo() && item.GetItemName().IsEmpty());
+        }
+        item.SetUnsorted(TRUE);
+        CPPUNIT_ASSERT(item.GetIsUnsorted());
+    }
+
+    void GetAllInfoTest()
+    {
+        CTempFolder temp;
+        const fs::path& root = temp.m_path;
+        std::ofstream(root / "readme.txt") << "text";
+        fs::create_directories(root / "Sub" / "Child");
+        fs::create_directory(root / "Empty");
+        fs::create_directory(root / "HiddenOnly");
+        std::ofstream(root / "HiddenOnly" / ".h").put('x');
+        fs::create_directory_symlink(root / "Sub", root / "link");
+
+        // Name, folder flag and children: any child counts, a hidden one too; a link is its target.
+        const struct
+        {
+            const char* szName;
+            BOOL bDir;
+            BOOL bHasSub;
+        } aCases[] = {{"readme.txt", 0, 0}, {"Sub", 1, 1}, {"Empty", 1, 0}, {"HiddenOnly", 1, 1}, {"link", 1, 1}};
+        for (const auto& c : aCases)
+        {
+            CSHItem item = MakeItem(root / c.szName);
+            CPPUNIT_ASSERT(item.GetAllInfo());
+            CPPUNIT_ASSERT_EQUAL(std::string(c.szName), item.GetItemName().ToUtf8());
+            CPPUNIT_ASSERT_EQUAL(c.bDir, item.GetIsDirectory());
+            CPPUNIT_ASSERT_EQUAL(c.bHasSub, item.GetHasSubFolder());
+            CPPUNIT_ASSERT(!item.GetItemType().IsEmpty());
+        }
+
+        // Types and icons tell files from folders; an icon is fetched once and stays.
+        CSHItem text = MakeItem(root / "readme.txt"), sub = MakeItem(root / "Sub"), empty = MakeItem(root / "Empty");
+        for (CSHItem* pItem : {&text, &sub, &empty})
+            pItem->GetAllInfo();
+        CPPUNIT_ASSERT(text.GetItemType() != sub.GetItemType() && sub.GetItemType() == empty.GetItemType());
+        const int nIcon = sub.GetIcon();
+        CPPUNIT_ASSERT(nIcon >= 0 && sub.GetIconProtected() == nIcon && sub.GetIcon() == nIcon);
+        CPPUNIT_ASSERT(empty.GetIcon() == nIcon && text.GetIcon() != nIcon && text.GetIcon() >= 0);
+        CPPUNIT_ASSERT(!SHGetIconName(nIcon).IsEmpty() && SHGetIconName(-1).IsEmpty());
+
+        // A copy shares the paths and keeps what was fetched.
+        const CSHItem copy = sub;
+        CPPUNIT_ASSERT(copy.GetPidlFQ() == sub.GetPidlFQ() && copy.GetParentFolder() == sub.GetParentFolder());
+        CPPUNIT_ASSERT(copy.GetIconProtected() == nIcon && copy.GetItemName() == u"Sub");
+
+        // Renaming needs a writable parent; the root of the file system can't be renamed.
+        CPPUNIT_ASSERT(text.CanRename() != 0);
+        CPPUNIT_ASSERT_EQUAL(0, MakeItem("/").CanRename());
+        fs::create_directory(root / "ReadOnly");
+        std::ofstream(root / "ReadOnly" / "x").put('x');
+        fs::permissions(root / "ReadOnly", fs::perms::owner_read | fs::perms::owner_exec);
+        if (::geteuid() != 0)
+            CPPUNIT_ASSERT_EQUAL(0, MakeItem(root / "ReadOnly" / "x").CanRename());
+    }
+
+    void ItemsArrayTest()
+    {
+        CTempFolder temp;
+        CSHItemsArray aItems;
+        CPPUNIT_ASSERT_EQUAL(-1, aItems.FindByFileNameAndDirAttribute(u"README", FALSE));
+        CPPUNIT_ASSERT_THROW(aItems.GetAt(0), CInvalidArgException);
+
+        // A file and a folder of the same name are two entries; the flag tells them apart.
+        fs::create_directory(temp.m_path / "folder");
+        aItems.AddItem(CSHItem()); // never fetched: its name is empty
+        aItems.AddItem(MakeNamed(temp.m_path, "readme", false));
+        aItems.AddItem(MakeNamed(temp.m_path / "folder", "readme", true));
+        aItems.AddItem(MakeNamed(temp.m_path, "Other.txt", false));
+        const struct
+        {
+            const char16_t* szName;
+            BOOL bDir;
+            int nFound;
+        } aCases[] = {{u"README", FALSE, 1}, {u"readme", TRUE, 2}, {u"other.TXT", FALSE, 3},
+                      {u"other.txt", TRUE, -1}, {u"", FALSE, 0}, {u"", TRUE, -1}, {u"read", FALSE, -1}};
+        for (const auto& c : aCases)
+            CPPUNIT_ASSERT_EQUAL(c.nFound, aItems.FindByFileNameAndDirAttribute(c.szName, c.bDir));
+
+        CPPUNIT_ASSERT_EQUAL(4, aItems.GetCount());
+        CSHItem item = aItems.GetAt(2);
+        item.SetUnsorted(TRUE);
+        CPPUNIT_ASSERT(!aItems.GetAt(2).GetIsUnsorted()); // GetAt gives a copy
+        CPPUNIT_ASSERT_THROW(aItems.GetAt(4), CInvalidArgException);
+        aItems.RemoveAt(1);
+        CPPUNIT_ASSERT_EQUAL(1, aItems.FindByFileNameAndDirAttribute(u"README", TRUE));
+        aItems.RemoveAll();
+        CPPUNIT_ASSERT_EQUAL(0, aItems.GetCount());
+    }
+};
+
+CPPUNIT_TEST_SUITE_NAMED_REGISTRATION(CSHItemTest, "All Tests");

@@ -1,0 +1,82 @@
+// The shell manager: the top item of the namespace and the listing of a real folder.
+#include "LFSTool/CShellManager.h"
+#include "Platform/ShellFileInfo.h"
+
+#include <cppunit/extensions/HelperMacros.h>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+
+namespace
+{
+namespace fs = std::filesystem;
+}
+
+class CShellManagerTest : public CppUnit::TestFixture
+{
+    CPPUNIT_TEST_SUITE(CShellManagerTest);
+    CPPUNIT_TEST(GetDesktopItemTest);
+    CPPUNIT_TEST(EnumObjectsTest);
+    CPPUNIT_TEST_SUITE_END();
+
+public:
+    void GetDesktopItemTest()
+    {
+        const CShellManager manager;
+        const CSHItem item = manager.GetDesktopItem();
+        CPPUNIT_ASSERT(item.GetParentFolder().IsEmpty() && item.GetPidlFQ() == u"/");
+        CPPUNIT_ASSERT(item.GetIsDirectory() == 1 && item.GetHasSubFolder() == 1);
+    }
+
+    void EnumObjectsTest()
+    {
+        std::string szTemplate = (fs::temp_directory_path() / "lfsShellXXXXXX").string();
+        CPPUNIT_ASSERT(::mkdtemp(szTemplate.data()) != nullptr);
+        const fs::path root = szTemplate;
+        for (const char* szFile : {"b.txt", "A.txt", ".hidden"})
+            std::ofstream(root / szFile).put('x');
+        for (const char* szFolder : {"Dir", ".git"})
+            fs::create_directory(root / szFolder);
+        const CString csRoot = CString::FromUtf8(root.string());
+
+        // Which children each set of flags lists, in order of names without regard to case.
+        const struct
+        {
+            DWORD dwFlags;
+            const char* szNames;
+        } aCases[] = {
+            {SHCONTF_FOLDERS, "Dir|"},
+            {SHCONTF_NONFOLDERS, "A.txt|b.txt|"},
+            {SHCONTF_FOLDERS | SHCONTF_NONFOLDERS, "A.txt|b.txt|Dir|"},
+            {SHCONTF_FOLDERS | SHCONTF_NONFOLDERS | SHCONTF_INCLUDEHIDDEN, ".git|.hidden|A.txt|b.txt|Dir|"},
+            {0, ""},
+        };
+        const CShellManager manager;
+        CSHItemsArray aItems;
+        for (const auto& c : aCases)
+        {
+            CPPUNIT_ASSERT(manager.EnumObjects(csRoot, c.dwFlags, aItems));
+            std::string szNames;
+            for (int i = 0; i < aItems.GetCount(); ++i)
+                szNames += aItems.GetAt(i).GetItemName().ToUtf8() + "|";
+            CPPUNIT_ASSERT_EQUAL(std::string(c.szNames), szNames);
+        }
+
+        // Each item knows its folder, its paths and what GetAllInfo fetches.
+        CPPUNIT_ASSERT(manager.EnumObjects(csRoot + u"/", SHCONTF_FOLDERS | SHCONTF_NONFOLDERS, aItems));
+        const CSHItem dir = aItems.GetAt(aItems.FindByFileNameAndDirAttribute(u"dir", TRUE));
+        CPPUNIT_ASSERT(dir.GetParentFolder() == csRoot + u"/" && dir.GetPidlRel() == u"Dir");
+        CPPUNIT_ASSERT(dir.GetPidlFQ() == csRoot + u"/Dir" && !dir.GetItemType().IsEmpty());
+        CPPUNIT_ASSERT_EQUAL(0, dir.GetHasSubFolder());
+        CPPUNIT_ASSERT_EQUAL(-1, aItems.FindByFileNameAndDirAttribute(u"dir", FALSE));
+
+        // A folder that can't be listed gives FALSE and an empty array.
+        CPPUNIT_ASSERT(!manager.EnumObjects(csRoot + u"/b.txt", SHCONTF_NONFOLDERS, aItems));
+        CPPUNIT_ASSERT(!manager.EnumObjects(csRoot + u"/missing", SHCONTF_NONFOLDERS, aItems));
+        CPPUNIT_ASSERT_EQUAL(0, aItems.GetCount());
+        fs::remove_all(root);
+    }
+};
+
+CPPUNIT_TEST_SUITE_NAMED_REGISTRATION(CShellManagerTest, "All Tests");
