@@ -3,6 +3,7 @@
 #include "Common_h/CCommonException.h"
 #include "Tessaroline/Components/Find/CRegularExpression.h"
 #include "Tessaroline/Components/Find/CSearchInString.h"
+#include "Tessaroline/Components/Find/CSearchResBase.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <string>
@@ -53,6 +54,7 @@ const char16_t* const REGEXP_ERROR = u"Regular expression you entered is incompl
 class CSearcherTest : public CppUnit::TestFixture
 {
     CPPUNIT_TEST_SUITE(CSearcherTest);
+    CPPUNIT_TEST(FormReplaceRegExpStringTest);
     // The registered cases keep their order above this line; further cases go below.
     CPPUNIT_TEST(RegularExpressionTest);
     CPPUNIT_TEST(PlainSearchTest);
@@ -60,6 +62,33 @@ class CSearcherTest : public CppUnit::TestFixture
     CPPUNIT_TEST_SUITE_END();
 
 public:
+    void FormReplaceRegExpStringTest()
+    {
+        CSearchInString::CSearchResults results;
+        results.AddResult(0, 9, u"test@test@test");
+        results.AddResult(4, 5, u"@");
+        results.AddResult(9, 10, u"@");
+        const struct
+        {
+            const char16_t* szTemplate;
+            const char16_t* szResult;
+        } aCases[] = {
+            {u"\\0", u"test@test@test"}, {u"\\1", u"@"},          {u"\\2", u"@"},
+            {u"\\3\\9", u""},           {u"\\10", u"@0"},        {u"a\\1b\\2c", u"a@b@c"},
+            {u"\\\\1", u"\\@"},       {u"no tokens", u"no tokens"},
+        };
+        for (const auto& test : aCases)
+            CPPUNIT_ASSERT_EQUAL(CString(test.szResult).ToUtf8(),
+                                 CSearchResBase::FormReplaceRegExpString(results, test.szTemplate).ToUtf8());
+
+        // Later passes rewrite what earlier ones put in.
+        CSearchInString::CSearchResults chained;
+        chained.AddResult(0, 2, u"\\2");
+        chained.AddResult(0, 2, u"\\2");
+        chained.AddResult(0, 1, u"x");
+        CPPUNIT_ASSERT(CSearchResBase::FormReplaceRegExpString(chained, u"[\\0]") == u"[x]");
+    }
+
     void RegularExpressionTest()
     {
         CRegularExpression regexp;
