@@ -5,51 +5,38 @@
 #include <cerrno>
 #include <cppunit/extensions/HelperMacros.h>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace
 {
-// Remembers each message and gives a fixed answer.
+// Remembers each message and gives a fixed answer; puts the service installed before back, also
+// when a check fails.
 class CRecordingMessageBox : public IMessageBoxService
 {
 public:
-    explicit CRecordingMessageBox(int nAnswer) : m_nAnswer(nAnswer) {}
+    explicit CRecordingMessageBox(int nAnswer) : m_nAnswer(nAnswer), m_pBefore(SetMessageBoxService(this)) {}
+    CRecordingMessageBox(const CRecordingMessageBox&) = delete;
+    CRecordingMessageBox& operator=(const CRecordingMessageBox&) = delete;
+    ~CRecordingMessageBox() override { SetMessageBoxService(m_pBefore); }
 
     int Show(const CString& csText, UINT nType) override
     {
-        m_aTexts.push_back(csText);
-        m_aTypes.push_back(nType);
+        m_aMessages.emplace_back(csText, nType);
         return m_nAnswer;
     }
 
     int m_nAnswer;
-    std::vector<CString> m_aTexts;
-    std::vector<UINT> m_aTypes;
-};
-
-// Puts the service installed before back, also when a check fails.
-class CServiceRestorer
-{
-public:
-    explicit CServiceRestorer(IMessageBoxService* pService) : m_pBefore(SetMessageBoxService(pService)) {}
-    CServiceRestorer(const CServiceRestorer&) = delete;
-    CServiceRestorer& operator=(const CServiceRestorer&) = delete;
-    ~CServiceRestorer() { SetMessageBoxService(m_pBefore); }
-
     IMessageBoxService* m_pBefore;
+    std::vector<std::pair<CString, UINT>> m_aMessages;
 };
 
 // What the default service writes to standard error for one message, and its answer.
 std::string ConsoleMessage(const CString& csText, UINT nType, int& nAnswer)
 {
-    const std::filesystem::path path =
-        std::filesystem::temp_directory_path() / ("tessaroline-pserv-stderr-" + std::to_string(getpid()));
-    std::FILE* pFile = std::fopen(path.c_str(), "w+");
+    std::FILE* pFile = std::tmpfile();
     if (!pFile)
         return std::string();
     std::fflush(stderr);
@@ -59,12 +46,12 @@ std::string ConsoleMessage(const CString& csText, UINT nType, int& nAnswer)
     std::fflush(stderr);
     dup2(nSaved, STDERR_FILENO);
     close(nSaved);
+    std::string strOut;
+    std::rewind(pFile);
+    for (int ch; (ch = std::fgetc(pFile)) != EOF;)
+        strOut += static_cast<char>(ch);
     std::fclose(pFile);
-    std::ifstream in(path);
-    std::ostringstream out;
-    out << in.rdbuf();
-    std::filesystem::remove(path);
-    return out.str();
+    return strOut;
 }
 } // namespace
 
@@ -78,49 +65,41 @@ class CPlatformMessagesTest : public CppUnit::TestFixture
 public:
     void SystemMessageTextTest()
     {
-        // errno values, bare and wrapped in the low 16 bits of 0x8007xxxx.
-        const HRESULT hrNotFound = static_cast<HRESULT>(0x80070000u | ENOENT);
-        CPPUNIT_ASSERT_EQUAL(std::string("No such file or directory"),
-                             GetSystemMessageText(hrNotFound).ToUtf8());
-        CPPUNIT_ASSERT_EQUAL(std::string("Permission denied"), GetSystemMessageText(EACCES).ToUtf8());
-        // The table goes first: E_INVALIDARG has the wrapped form but doesn't mean errno 87.
-        CPPUNIT_ASSERT_EQUAL(std::string("Unspecified error"), GetSystemMessageText(E_FAIL).ToUtf8());
-        CPPUNIT_ASSERT_EQUAL(std::string("Catastrophic failure"),
-                             GetSystemMessageText(E_UNEXPECTED).ToUtf8());
-        CPPUNIT_ASSERT_EQUAL(std::string("The parameter is incorrect"),
-                             GetSystemMessageText(E_INVALIDARG).ToUtf8());
-        CPPUNIT_ASSERT(!GetSystemMessageText(E_OUTOFMEMORY).IsEmpty());
-        CPPUNIT_ASSERT(!GetSystemMessageText(E_POINTER).IsEmpty());
-        CPPUNIT_ASSERT(!GetSystemMessageText(E_NOTIMPL).IsEmpty());
+        // errno values, bare and wrapped in the low 16 bits of 0x8007xxxx. The table goes first:
+        // E_INVALIDARG has the wrapped form but doesn't mean errno 87.
+        const std::pair<HRESULT, const char*> aTexts[] = {
+            {static_cast<HRESULT>(0x80070000u | ENOENT), "No such file or directory"},
+            {EACCES, "Permission denied"},
+            {E_FAIL, "Unspecified error"},
+            {E_UNEXPECTED, "Catastrophic failure"},
+            {E_INVALIDARG, "The parameter is incorrect"}};
+        for (const auto& [hr, szText] : aTexts)
+            CPPUNIT_ASSERT_EQUAL(std::string(szText), GetSystemMessageText(hr).ToUtf8());
+        for (HRESULT hr : {E_OUTOFMEMORY, E_POINTER, E_NOTIMPL})
+            CPPUNIT_ASSERT(!GetSystemMessageText(hr).IsEmpty());
         // Unknown codes give nothing.
-        CPPUNIT_ASSERT(GetSystemMessageText(static_cast<HRESULT>(0x80041234u)).IsEmpty());
-        CPPUNIT_ASSERT(GetSystemMessageText(static_cast<HRESULT>(0x8007FFFFu)).IsEmpty());
-        CPPUNIT_ASSERT(GetSystemMessageText(static_cast<HRESULT>(0x80070000u)).IsEmpty());
-        CPPUNIT_ASSERT(GetSystemMessageText(0x12345678).IsEmpty());
-        CPPUNIT_ASSERT(GetSystemMessageText(S_OK).IsEmpty());
+        for (UINT nCode : {0x80041234u, 0x8007FFFFu, 0x80070000u, 0x12345678u, 0u})
+            CPPUNIT_ASSERT(GetSystemMessageText(static_cast<HRESULT>(nCode)).IsEmpty());
     }
 
     void MessageBoxServiceTest()
     {
         CRecordingMessageBox service(IDNO);
-        const CServiceRestorer restorer(&service);
         CPPUNIT_ASSERT_EQUAL(
             IDNO, AfxMessageBox(u"Wait timeout. System Watcher thread", MB_YESNO | MB_ICONWARNING));
         CPPUNIT_ASSERT_EQUAL(IDNO, AfxMessageBox(u"second"));
-        CPPUNIT_ASSERT(SetMessageBoxService(nullptr) == &service);
-        CPPUNIT_ASSERT_EQUAL(std::size_t(2), service.m_aTexts.size());
-        CPPUNIT_ASSERT(service.m_aTexts[0] == u"Wait timeout. System Watcher thread");
-        CPPUNIT_ASSERT_EQUAL(MB_YESNO | MB_ICONWARNING, service.m_aTypes[0]);
-        CPPUNIT_ASSERT_EQUAL(MB_OK, service.m_aTypes[1]);
+        CPPUNIT_ASSERT_EQUAL(std::size_t(2), service.m_aMessages.size());
+        CPPUNIT_ASSERT(service.m_aMessages[0].first == u"Wait timeout. System Watcher thread");
+        CPPUNIT_ASSERT_EQUAL(MB_YESNO | MB_ICONWARNING, service.m_aMessages[0].second);
+        CPPUNIT_ASSERT_EQUAL(MB_OK, service.m_aMessages[1].second);
 
         // The default service writes the text and takes the first answer.
+        CPPUNIT_ASSERT(SetMessageBoxService(nullptr) == &service);
         int nAnswer = 0;
         const std::string strYesNo = ConsoleMessage(u"Überschreiben?", MB_YESNO, nAnswer);
-        CPPUNIT_ASSERT_EQUAL(IDYES, nAnswer);
-        CPPUNIT_ASSERT(strYesNo.find("Überschreiben?") != std::string::npos);
+        CPPUNIT_ASSERT(nAnswer == IDYES && strYesNo.find("Überschreiben?") != std::string::npos);
         const std::string strError = ConsoleMessage(u"broken", MB_OKCANCEL | MB_ICONERROR, nAnswer);
-        CPPUNIT_ASSERT_EQUAL(IDOK, nAnswer);
-        CPPUNIT_ASSERT(strError.find("broken") != std::string::npos);
+        CPPUNIT_ASSERT(nAnswer == IDOK && strError.find("broken") != std::string::npos);
     }
 };
 

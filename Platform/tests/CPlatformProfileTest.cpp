@@ -9,7 +9,6 @@
 #include <fstream>
 #include <optional>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -17,19 +16,6 @@ namespace fs = std::filesystem;
 
 namespace
 {
-std::string ReadAll(const fs::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
-
-void WriteAll(const fs::path& path, const std::string& sz)
-{
-    std::ofstream(path, std::ios::binary) << sz;
-}
-
 CString ToCString(const fs::path& path)
 {
     return CString::FromUtf8(path.string());
@@ -49,10 +35,7 @@ public:
     CScopedEnv& operator=(const CScopedEnv&) = delete;
     ~CScopedEnv()
     {
-        if (m_strOld)
-            setenv(m_strName.c_str(), m_strOld->c_str(), 1);
-        else
-            unsetenv(m_strName.c_str());
+        m_strOld ? setenv(m_strName.c_str(), m_strOld->c_str(), 1) : unsetenv(m_strName.c_str());
     }
 
 private:
@@ -67,7 +50,6 @@ class CPlatformProfileTest : public CppUnit::TestFixture
     CPPUNIT_TEST(WriteReadBackTest);
     CPPUNIT_TEST(CorruptFileTest);
     CPPUNIT_TEST(RootFolderTest);
-    CPPUNIT_TEST(ApplicationProfileTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -100,10 +82,9 @@ public:
             CPPUNIT_ASSERT(pStore->WriteProfileString(u"Autocomplete", u"ACPath", u"/x"));
             CPPUNIT_ASSERT(pStore->WriteProfileString(u"Autocomplete", u"Other", u"y"));
             // Names the file can't hold, and a null block, are refused.
-            CPPUNIT_ASSERT(!pStore->WriteProfileInt(u"Bad]", u"x", 1));
-            CPPUNIT_ASSERT(!pStore->WriteProfileInt(u"S", u"a=b", 1));
-            CPPUNIT_ASSERT(!pStore->WriteProfileInt(u"S", u"#x", 1));
-            CPPUNIT_ASSERT(!pStore->WriteProfileInt(u"S\n", u"x", 1));
+            for (const auto& [szSection, szEntry] : {std::pair(u"Bad]", u"x"), std::pair(u"S", u"a=b"),
+                                                     std::pair(u"S", u"#x"), std::pair(u"S\n", u"x")})
+                CPPUNIT_ASSERT(!pStore->WriteProfileInt(szSection, szEntry, 1));
             CPPUNIT_ASSERT(!pStore->WriteProfileString(nullptr, u"x", u"1"));
             CPPUNIT_ASSERT(!pStore->WriteProfileBinary(u"S", u"x", nullptr, 3));
         }
@@ -113,18 +94,16 @@ public:
         CPPUNIT_ASSERT_EQUAL(UINT(37000), store.GetProfileInt(u"TextSettings", u"Settings", 0));
         CPPUNIT_ASSERT(store.GetProfileString(u"TextSettings", u"DateLongFormat", u"") == csText);
         std::vector<BYTE> aRead = {1, 2, 3};
-        CPPUNIT_ASSERT(store.GetProfileBinary(u"TextSettings", u"Font", aRead));
-        CPPUNIT_ASSERT(aRead == aBinary);
-        CPPUNIT_ASSERT(store.GetProfileBinary(u"TextSettings", u"Empty", aRead));
-        CPPUNIT_ASSERT(aRead.empty());
+        CPPUNIT_ASSERT(store.GetProfileBinary(u"TextSettings", u"Font", aRead) && aRead == aBinary);
+        CPPUNIT_ASSERT(store.GetProfileBinary(u"TextSettings", u"Empty", aRead) && aRead.empty());
 
         // Missing entries and values of another form give the defaults.
         CPPUNIT_ASSERT_EQUAL(UINT(4), store.GetProfileInt(u"TextSettings", u"Missing", 4));
         CPPUNIT_ASSERT_EQUAL(UINT(-1), store.GetProfileInt(u"TextSettings", u"DateLongFormat", -1));
         CPPUNIT_ASSERT(store.GetProfileString(u"Nowhere", u"ACPath", u"def") == u"def");
         CPPUNIT_ASSERT(store.GetProfileString(u"Nowhere", u"ACPath").IsEmpty());
-        CPPUNIT_ASSERT(!store.GetProfileBinary(u"TextSettings", u"DateLongFormat", aRead));
-        CPPUNIT_ASSERT(aRead.empty());
+        aRead = {1};
+        CPPUNIT_ASSERT(!store.GetProfileBinary(u"TextSettings", u"DateLongFormat", aRead) && aRead.empty());
 
         // A null value removes the entry, a null entry the section.
         CPPUNIT_ASSERT(store.WriteProfileString(u"Autocomplete", u"ACPath", nullptr));
@@ -135,10 +114,8 @@ public:
         CPPUNIT_ASSERT_EQUAL(UINT(37000), store.GetProfileInt(u"TextSettings", u"Settings", 0));
 
         // The write went through a temporary file that didn't stay behind.
-        int nFiles = 0;
-        for ([[maybe_unused]] const auto& entry : fs::directory_iterator(path.parent_path()))
-            ++nFiles;
-        CPPUNIT_ASSERT_EQUAL(1, nFiles);
+        CPPUNIT_ASSERT_EQUAL(std::ptrdiff_t(1),
+                             std::distance(fs::directory_iterator(path.parent_path()), {}));
     }
 
     void CorruptFileTest()
@@ -151,11 +128,11 @@ public:
         std::mt19937 random(42);
         for (int i = 0; i < 4096; ++i)
             strGarbage.push_back(static_cast<char>(random()));
-        const std::string aBroken[] = {strGarbage, "[TextSet", "[TextSettings]\nTabSize=5\n[Auto",
-                                       std::string("[A]\nx=1\0\xFF", 9), "TabSize=5\n"};
-        for (const std::string& strBroken : aBroken)
+        for (const std::string& strBroken :
+             {strGarbage, std::string("[TextSet"), std::string("[TextSettings]\nTabSize=5\n[Auto"),
+              std::string("[A]\nx=1\0\xFF", 9), std::string("TabSize=5\n")})
         {
-            WriteAll(path, strBroken);
+            std::ofstream(path, std::ios::binary) << strBroken;
             CPPUNIT_ASSERT_EQUAL(UINT(3), pStore->GetProfileInt(u"TextSettings", u"TabSize", 3));
             CPPUNIT_ASSERT(pStore->GetProfileString(u"A", u"x", u"d") == u"d");
             CPPUNIT_ASSERT(!pStore->GetProfileBinary(u"A", u"x", aData));
@@ -165,15 +142,13 @@ public:
         CPPUNIT_ASSERT(pStore->WriteProfileInt(u"TextSettings", u"TabSize", 8));
         CPPUNIT_ASSERT_EQUAL(
             UINT(8), CProfileStore::FromFile(ToCString(path))->GetProfileInt(u"TextSettings", u"TabSize", 3));
-        CPPUNIT_ASSERT(ReadAll(path).find("[TextSettings]") != std::string::npos);
 
         // Values of the wrong form.
-        WriteAll(path, "[S]\nOdd=abc\nNotHex=0g\nSpaced=00 ff\nGood=00FFa0\nBig=4294967296\nMax=4294967295\n"
-                       "Neg=-2147483648\nNum=12x\nEscape=a\\qb\n");
-        CPPUNIT_ASSERT(!pStore->GetProfileBinary(u"S", u"Odd", aData));
-        CPPUNIT_ASSERT(!pStore->GetProfileBinary(u"S", u"NotHex", aData));
-        CPPUNIT_ASSERT(!pStore->GetProfileBinary(u"S", u"Spaced", aData));
-        CPPUNIT_ASSERT(aData.empty());
+        std::ofstream(path, std::ios::binary)
+            << "[S]\nOdd=abc\nNotHex=0g\nSpaced=00 ff\nGood=00FFa0\nBig=4294967296\nMax=4294967295\n"
+               "Neg=-2147483648\nNum=12x\nEscape=a\\qb\n";
+        for (const char16_t* szEntry : {u"Odd", u"NotHex", u"Spaced"})
+            CPPUNIT_ASSERT(!pStore->GetProfileBinary(u"S", szEntry, aData) && aData.empty());
         CPPUNIT_ASSERT(pStore->GetProfileBinary(u"S", u"Good", aData));
         CPPUNIT_ASSERT((aData == std::vector<BYTE>{0x00, 0xFF, 0xA0}));
         CPPUNIT_ASSERT_EQUAL(UINT(5), pStore->GetProfileInt(u"S", u"Big", 5));
@@ -191,63 +166,55 @@ public:
         CPPUNIT_ASSERT(fs::is_directory(folder / "inside"));
     }
 
+    // Where a root's file lies, and the application object's operations on its root.
     void RootFolderTest()
     {
         {
             CScopedEnv config("XDG_CONFIG_HOME", m_dir.string());
-            CPPUNIT_ASSERT(CProfileStore::GetRootFilePath(u"Root") ==
-                           ToCString(m_dir / "Root" / "profile.ini"));
-            CPPUNIT_ASSERT(CProfileStore::GetRootFilePath(u"../a/b") ==
-                           ToCString(m_dir / ".._a_b" / "profile.ini"));
-            CPPUNIT_ASSERT(CProfileStore::GetRootFilePath(u"..") ==
-                           ToCString(m_dir / "Tessaroline" / "profile.ini"));
+            const std::pair<const char16_t*, fs::path> aRoots[] = {
+                {u"Root", "Root"}, {u"../a/b", ".._a_b"}, {u"..", "Tessaroline"}};
+            for (const auto& [szRoot, folder] : aRoots)
+                CPPUNIT_ASSERT(CProfileStore::GetRootFilePath(szRoot) ==
+                               ToCString(m_dir / folder / "profile.ini"));
             CProfileStore store(u"Root");
             CPPUNIT_ASSERT(store.WriteProfileString(u"S", u"x", u"v"));
             CPPUNIT_ASSERT(fs::is_regular_file(m_dir / "Root" / "profile.ini"));
+
+            CWinApp* pApp = AfxGetApp();
+            CPPUNIT_ASSERT(pApp);
+            // Puts the application's root back, also when a check fails.
+            struct CRestoreRoot
+            {
+                CWinApp* pApp;
+                CString csRoot;
+                ~CRestoreRoot() { pApp->SetRegistryKey(csRoot); }
+            } const restore{pApp, pApp->GetRegistryKey()};
+            pApp->SetRegistryKey(u"AppRoot");
+            const fs::path appPath = m_dir / "AppRoot" / "profile.ini";
+            CPPUNIT_ASSERT(pApp->GetProfileStore().GetFilePath() == ToCString(appPath));
+            const BYTE aBytes[] = {0x00, 0x10, 0xFF};
+            CPPUNIT_ASSERT(pApp->WriteProfileInt(u"TextSettings", u"TabSize", 6));
+            CPPUNIT_ASSERT(pApp->WriteProfileString(u"TextSettings", u"TimeFormat", u"%H:%M"));
+            CPPUNIT_ASSERT(pApp->WriteProfileBinary(u"TextSettings", u"Colors", aBytes, 3));
+            CPPUNIT_ASSERT_EQUAL(
+                UINT(6),
+                CProfileStore::FromFile(ToCString(appPath))->GetProfileInt(u"TextSettings", u"TabSize", 4));
+            CPPUNIT_ASSERT_EQUAL(UINT(6), pApp->GetProfileInt(u"TextSettings", u"TabSize", 4));
+            CPPUNIT_ASSERT(pApp->GetProfileString(u"TextSettings", u"TimeFormat", u"") == u"%H:%M");
+            BYTE* pData = nullptr;
+            UINT nBytes = 0;
+            CPPUNIT_ASSERT(pApp->GetProfileBinary(u"TextSettings", u"Colors", &pData, &nBytes));
+            const std::vector<BYTE> aRead(pData, pData + nBytes);
+            delete[] pData;
+            CPPUNIT_ASSERT((aRead == std::vector<BYTE>{0x00, 0x10, 0xFF}));
+            CPPUNIT_ASSERT(!pApp->GetProfileBinary(u"TextSettings", u"Missing", &pData, &nBytes));
+            CPPUNIT_ASSERT(pData == nullptr && nBytes == 0);
         }
         // A relative XDG_CONFIG_HOME is not used.
         CScopedEnv home("HOME", m_dir.string());
         CScopedEnv config("XDG_CONFIG_HOME", "relative");
         CPPUNIT_ASSERT(CProfileStore::GetRootFilePath(u"Root") ==
                        ToCString(m_dir / ".config" / "Root" / "profile.ini"));
-    }
-
-    void ApplicationProfileTest()
-    {
-        CWinApp* pApp = AfxGetApp();
-        CPPUNIT_ASSERT(pApp);
-        const CString csRoot = pApp->GetRegistryKey();
-        CScopedEnv config("XDG_CONFIG_HOME", m_dir.string());
-        pApp->SetRegistryKey(u"CPlatformProfileTestRoot");
-        try
-        {
-            const fs::path path = m_dir / "CPlatformProfileTestRoot" / "profile.ini";
-            CPPUNIT_ASSERT(pApp->GetProfileStore().GetFilePath() == ToCString(path));
-            const BYTE aBytes[] = {0x00, 0x10, 0xFF};
-            CPPUNIT_ASSERT(pApp->WriteProfileInt(u"TextSettings", u"TabSize", 6));
-            CPPUNIT_ASSERT(pApp->WriteProfileString(u"TextSettings", u"TimeFormat", u"%H:%M"));
-            CPPUNIT_ASSERT(pApp->WriteProfileBinary(u"TextSettings", u"Colors", aBytes, 3));
-
-            const auto pStore = CProfileStore::FromFile(ToCString(path));
-            CPPUNIT_ASSERT_EQUAL(UINT(6), pStore->GetProfileInt(u"TextSettings", u"TabSize", 4));
-            CPPUNIT_ASSERT_EQUAL(UINT(6), pApp->GetProfileInt(u"TextSettings", u"TabSize", 4));
-            CPPUNIT_ASSERT(pApp->GetProfileString(u"TextSettings", u"TimeFormat", u"") == u"%H:%M");
-            BYTE* pData = nullptr;
-            UINT nBytes = 0;
-            CPPUNIT_ASSERT(pApp->GetProfileBinary(u"TextSettings", u"Colors", &pData, &nBytes));
-            CPPUNIT_ASSERT_EQUAL(UINT(3), nBytes);
-            CPPUNIT_ASSERT(pData && pData[0] == 0x00 && pData[1] == 0x10 && pData[2] == 0xFF);
-            delete[] pData;
-            CPPUNIT_ASSERT(!pApp->GetProfileBinary(u"TextSettings", u"Missing", &pData, &nBytes));
-            CPPUNIT_ASSERT(pData == nullptr && nBytes == 0);
-        }
-        catch (...)
-        {
-            pApp->SetRegistryKey(csRoot);
-            throw;
-        }
-        pApp->SetRegistryKey(csRoot);
-        CPPUNIT_ASSERT(pApp->GetRegistryKey() == csRoot);
     }
 
 private:

@@ -7,6 +7,7 @@
 #include <climits>
 #include <cppunit/extensions/HelperMacros.h>
 #include <string>
+#include <utility>
 
 namespace
 {
@@ -32,116 +33,116 @@ bool IsWellFormed(const std::u16string& str)
     }
     return true;
 }
+
+// Each result against its expected text, shown as UTF-8 when they differ.
+void AssertTexts(std::initializer_list<std::pair<CString, const char16_t*>> aResults)
+{
+    for (const auto& [csGot, szExpected] : aResults)
+        CPPUNIT_ASSERT_EQUAL(CString(szExpected).ToUtf8(), csGot.ToUtf8());
+}
+
+template <typename... Args> CString Formatted(const char16_t* szFormat, const Args&... args)
+{
+    CString cs(u"previous");
+    cs.Format(szFormat, args...);
+    return cs;
+}
+
+void AssertNumbers(std::initializer_list<std::pair<int, int>> aResults)
+{
+    for (const auto& [nGot, nExpected] : aResults)
+        CPPUNIT_ASSERT_EQUAL(nExpected, nGot);
+}
 } // namespace
 
 class CPlatformStringTest : public CppUnit::TestFixture
 {
     CPPUNIT_TEST_SUITE(CPlatformStringTest);
-    CPPUNIT_TEST(Utf8RoundTripTest);
-    CPPUNIT_TEST(Utf8BrokenInputTest);
+    CPPUNIT_TEST(Utf8Test);
     CPPUNIT_TEST(FormatTest);
-    CPPUNIT_TEST(FormatBadArgumentsTest);
     CPPUNIT_TEST(FindReplaceTest);
     CPPUNIT_TEST(CutTest);
     CPPUNIT_TEST(CharClassesTest);
-    CPPUNIT_TEST(ExplodeStringTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
-    void Utf8RoundTripTest()
+    void Utf8Test()
     {
+        // Pairs count two code units.
         const CString csText(u"a\u00E9\u0416\u20AC\U0001F600z\U00010348");
         const std::string szUtf8 = csText.ToUtf8();
         CPPUNIT_ASSERT_EQUAL(std::string("a\xC3\xA9\xD0\x96\xE2\x82\xAC\xF0\x9F\x98\x80z\xF0\x90\x8D\x88"),
                              szUtf8);
-        CPPUNIT_ASSERT(CString::FromUtf8(szUtf8) == csText);
-        // A pair counts two code units.
-        CPPUNIT_ASSERT_EQUAL(9, csText.GetLength());
-        CPPUNIT_ASSERT(CString::FromUtf8("") == u"");
-        CPPUNIT_ASSERT(CString().ToUtf8().empty());
-    }
+        CPPUNIT_ASSERT(CString::FromUtf8(szUtf8) == csText && csText.GetLength() == 9);
+        CPPUNIT_ASSERT(CString::FromUtf8("").IsEmpty() && CString().ToUtf8().empty());
 
-    void Utf8BrokenInputTest()
-    {
         // A bad lead, a sequence cut at the end, an overlong form and an encoded surrogate.
         const CString csBad = CString::FromUtf8("\xC3("
                                                 "\xC0\xAF"
                                                 "x\xED\xA0\x80y\xF0\x9F\x98");
-        CPPUNIT_ASSERT(IsWellFormed(csBad.Str()));
-        CPPUNIT_ASSERT(csBad.GetLength() >= 6);
+        CPPUNIT_ASSERT(IsWellFormed(csBad.Str()) && csBad.GetLength() >= 6);
         CPPUNIT_ASSERT_EQUAL(0xFFFD, UNIT(csBad[0]));
         CPPUNIT_ASSERT_EQUAL(UNIT(u'('), UNIT(csBad[1]));
         CPPUNIT_ASSERT(csBad.Find(u'x') > 1 && csBad.Find(u'y') > csBad.Find(u'x'));
         CPPUNIT_ASSERT_EQUAL(0xFFFD, UNIT(csBad[csBad.GetLength() - 1]));
 
         // Lone and reversed surrogates go out as replacement characters, never as broken UTF-8.
-        const CString csLone(std::u16string(u"a\xD800"
-                                            u"b\xDC00\xD800"));
-        const std::string szOut = csLone.ToUtf8();
+        const std::string szOut = CString(std::u16string(u"a\xD800"
+                                                         u"b\xDC00\xD800"))
+                                      .ToUtf8();
         CPPUNIT_ASSERT_EQUAL(std::string("a\xEF\xBF\xBD"
                                          "b\xEF\xBF\xBD\xEF\xBF\xBD"),
                              szOut);
-        CPPUNIT_ASSERT(IsWellFormed(CString::FromUtf8(szOut).Str()));
         // An embedded NUL survives both ways.
         CPPUNIT_ASSERT_EQUAL(3, CString::FromUtf8(std::string_view("a\0b", 3)).GetLength());
     }
 
     void FormatTest()
     {
-        CString cs;
-        cs.Format(u"%s=%d, %i;%x/%X %c", CString(u"n"), -42, 7, 255, 0xBEEFu, u'Q');
-        CPPUNIT_ASSERT(cs == u"n=-42, 7;ff/BEEF Q");
-        cs.Format(u"[%5d][%-5d][%05d][%+d][%5s][%-4s][%.2s]", 42, 42, -42, 3, u"ab", u"ab", u"xyz");
-        CPPUNIT_ASSERT(cs == u"[   42][42   ][-0042][+3][   ab][ab  ][xy]");
-        cs.Format(u"%u %x %d %d", -1, -1, INT_MIN, LLONG_MIN);
-        CPPUNIT_ASSERT(cs == u"4294967295 ffffffff -2147483648 -9223372036854775808");
-        cs.Format(u"%*d|%-*d|%*d|", 4, 1, 3, 2, -3, 3);
-        CPPUNIT_ASSERT(cs == u"   1|2  |3  |");
-        cs.Format(u"100%% %08.3d", 5);
-        CPPUNIT_ASSERT(cs == u"100%      005");
+        // Missing arguments format as nothing and the rest of the text stays; a mismatch is an empty
+        // field, an unknown conversion and a trailing % are kept.
+        const char16_t* szNull = nullptr;
         CString csAppended(u"x");
         csAppended.AppendFormat(u"%s%d", u"\U0001F600", 1);
-        CPPUNIT_ASSERT(csAppended == u"x\U0001F6001");
-    }
-
-    void FormatBadArgumentsTest()
-    {
-        CString cs;
-        // Missing arguments format as nothing; the rest of the text stays.
-        cs.Format(u"a%db%sc%xd", 5);
-        CPPUNIT_ASSERT(cs == u"a5bcd");
-        // A mismatch is an empty field, an unknown conversion and a trailing % are kept.
-        cs.Format(u"[%d][%s][%q]%", u"text", 3);
-        CPPUNIT_ASSERT(cs == u"[][][%q]%");
-        const char16_t* szNull = nullptr;
-        cs.Format(u"%s", szNull);
-        CPPUNIT_ASSERT(cs == u"(null)");
-        cs.Format(nullptr, 1);
-        CPPUNIT_ASSERT(cs.IsEmpty());
+        AssertTexts({
+            {Formatted(u"%s=%d, %i;%x/%X %c", CString(u"n"), -42, 7, 255, 0xBEEFu, u'Q'),
+             u"n=-42, 7;ff/BEEF Q"},
+            {Formatted(u"[%5d][%-5d][%05d][%+d][%5s][%-4s][%.2s]", 42, 42, -42, 3, u"ab", u"ab", u"xyz"),
+             u"[   42][42   ][-0042][+3][   ab][ab  ][xy]"},
+            {Formatted(u"%u %x %d %d", -1, -1, INT_MIN, LLONG_MIN),
+             u"4294967295 ffffffff -2147483648 -9223372036854775808"},
+            {Formatted(u"%*d|%-*d|%*d|", 4, 1, 3, 2, -3, 3), u"   1|2  |3  |"},
+            {Formatted(u"100%% %08.3d", 5), u"100%      005"},
+            {csAppended, u"x\U0001F6001"},
+            {Formatted(u"a%db%sc%xd", 5), u"a5bcd"},
+            {Formatted(u"[%d][%s][%q]%", u"text", 3), u"[][][%q]%"},
+            {Formatted(u"%s", szNull), u"(null)"},
+            {Formatted(nullptr, 1), u""},
+        });
         // A width from the arguments can't make a huge field.
-        cs.Format(u"%*d", INT_MAX, 1);
+        const CString cs = Formatted(u"%*d", INT_MAX, 1);
         CPPUNIT_ASSERT(cs.GetLength() <= 4096 && cs.Right(1) == u"1");
     }
 
     void FindReplaceTest()
     {
         const CString cs(u"abcabc");
-        CPPUNIT_ASSERT_EQUAL(3, cs.Find(u'a', 1));
-        CPPUNIT_ASSERT_EQUAL(0, cs.Find(u'a', -5));
-        CPPUNIT_ASSERT_EQUAL(-1, cs.Find(u'a', 6));
-        CPPUNIT_ASSERT_EQUAL(-1, cs.Find(u'a', INT_MAX));
-        CPPUNIT_ASSERT_EQUAL(4, cs.Find(u"bc", 2));
-        CPPUNIT_ASSERT_EQUAL(-1, cs.Find(u"bc", 5));
-        CPPUNIT_ASSERT_EQUAL(-1, cs.Find(u"abcabcd"));
-        CPPUNIT_ASSERT_EQUAL(-1, cs.Find(u"c", 7));
-        CPPUNIT_ASSERT_EQUAL(5, cs.ReverseFind(u'c'));
-        CPPUNIT_ASSERT_EQUAL(1, cs.FindOneOf(u"cb"));
-        CPPUNIT_ASSERT_EQUAL(-1, CString().Find(u'a'));
+        AssertNumbers({{cs.Find(u'a', 1), 3},
+                       {cs.Find(u'a', -5), 0},
+                       {cs.Find(u'a', 6), -1},
+                       {cs.Find(u'a', INT_MAX), -1},
+                       {cs.Find(u"bc", 2), 4},
+                       {cs.Find(u"bc", 5), -1},
+                       {cs.Find(u"abcabcd"), -1},
+                       {cs.Find(u"c", 7), -1},
+                       {cs.ReverseFind(u'c'), 5},
+                       {cs.FindOneOf(u"cb"), 1},
+                       {CString().Find(u'a'), -1}});
 
+        // The inserted text is not searched again; an empty pattern replaces nothing.
         CString csReplace(u"aaaa");
         CPPUNIT_ASSERT_EQUAL(2, csReplace.Replace(u"aa", u"a"));
         CPPUNIT_ASSERT(csReplace == u"aa");
-        // The inserted text is not searched again.
         CPPUNIT_ASSERT_EQUAL(2, csReplace.Replace(u"a", u"aa"));
         CPPUNIT_ASSERT(csReplace == u"aaaa");
         CPPUNIT_ASSERT_EQUAL(0, csReplace.Replace(u"", u"x"));
@@ -151,37 +152,45 @@ public:
         CPPUNIT_ASSERT_EQUAL(2, csChars.Replace(u'-', u'+'));
         CPPUNIT_ASSERT_EQUAL(2, csChars.Remove(u'+'));
         CPPUNIT_ASSERT(csChars == u"abc");
+
+        // ExplodeString keeps empty parts; an empty separator gives the whole text.
+        const std::pair<const char16_t*, const char16_t*> aExplodes[] = {
+            {u";a;;bc;", u";"}, {u"a<>b<<>>c", u"<>"}, {u"", u","}, {u"a,b", u""}};
+        const std::vector<std::vector<CString>> aExpected = {
+            {u"", u"a", u"", u"bc", u""}, {u"a", u"b<", u">c"}, {u""}, {u"a,b"}};
+        for (std::size_t i = 0; i < aExpected.size(); ++i)
+        {
+            CStringArray aParts;
+            ExplodeString(aExplodes[i].first, aExplodes[i].second, aParts);
+            CPPUNIT_ASSERT(std::vector<CString>(aParts.begin(), aParts.end()) == aExpected[i]);
+        }
     }
 
     void CutTest()
     {
         const CString cs(u"hello");
-        CPPUNIT_ASSERT(cs.Mid(-2, 3) == u"hel");
-        CPPUNIT_ASSERT(cs.Mid(3) == u"lo");
-        CPPUNIT_ASSERT(cs.Mid(9).IsEmpty());
-        CPPUNIT_ASSERT(cs.Mid(2, INT_MAX) == u"llo");
-        CPPUNIT_ASSERT(cs.Mid(1, -1).IsEmpty());
-        CPPUNIT_ASSERT(cs.Left(-1).IsEmpty());
-        CPPUNIT_ASSERT(cs.Left(99) == u"hello");
-        CPPUNIT_ASSERT(cs.Right(2) == u"lo");
-        CPPUNIT_ASSERT(cs.Right(INT_MAX) == u"hello");
-
         CString csEdit(u"hello");
-        CPPUNIT_ASSERT_EQUAL(4, csEdit.Delete(-1, 1));
-        CPPUNIT_ASSERT_EQUAL(2, csEdit.Delete(2, INT_MAX));
-        CPPUNIT_ASSERT(csEdit == u"el");
-        CPPUNIT_ASSERT_EQUAL(5, csEdit.Insert(99, u"abc"));
-        CPPUNIT_ASSERT_EQUAL(6, csEdit.Insert(-3, u'>'));
-        CPPUNIT_ASSERT(csEdit == u">elabc");
+        AssertNumbers({{csEdit.Delete(-1, 1), 4},
+                       {csEdit.Delete(2, INT_MAX), 2},
+                       {csEdit.Insert(99, u"abc"), 5},
+                       {csEdit.Insert(-3, u'>'), 6}});
+        CString csTrim(u" \t x y \r\n"), csTrimChars(u"--x--");
+        AssertTexts({{cs.Mid(-2, 3), u"hel"},
+                     {cs.Mid(3), u"lo"},
+                     {cs.Mid(9), u""},
+                     {cs.Mid(2, INT_MAX), u"llo"},
+                     {cs.Mid(1, -1), u""},
+                     {cs.Left(-1), u""},
+                     {cs.Left(99), u"hello"},
+                     {cs.Right(2), u"lo"},
+                     {cs.Right(INT_MAX), u"hello"},
+                     {csEdit, u">elabc"},
+                     {csTrim.Trim(), u"x y"},
+                     {csTrimChars.TrimLeft(u"-"), u"x--"},
+                     {csTrimChars.TrimRight(u"-x"), u""}});
         CPPUNIT_ASSERT_THROW(csEdit.Truncate(7), CInvalidArgException);
         CPPUNIT_ASSERT_THROW((void)csEdit.GetAt(6), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(csEdit.SetAt(-1, u'x'), CInvalidArgException);
-
-        CString csTrim(u" \t x y \r\n");
-        CPPUNIT_ASSERT(csTrim.Trim() == u"x y");
-        CString csTrimChars(u"--x--");
-        CPPUNIT_ASSERT(csTrimChars.TrimLeft(u"-") == u"x--");
-        CPPUNIT_ASSERT(csTrimChars.TrimRight(u"-x").IsEmpty());
         CPPUNIT_ASSERT_EQUAL(0, CString(u"ABC\u0416").CompareNoCase(u"abc\u0436"));
         CPPUNIT_ASSERT(CString(u"ab").CompareNoCase(u"ABC") < 0);
     }
@@ -200,24 +209,6 @@ public:
         // Surrogate halves are in no class and keep their value.
         CPPUNIT_ASSERT(!IsCharAlpha(char16_t(0xD801)) && !IsCharSpace(char16_t(0xDC00)));
         CPPUNIT_ASSERT_EQUAL(0xD801, UNIT(CharUpper(char16_t(0xD801))));
-    }
-
-    void ExplodeStringTest()
-    {
-        CStringArray aParts;
-        ExplodeString(u";a;;bc;", u";", aParts);
-        CPPUNIT_ASSERT_EQUAL(5, aParts.GetSize());
-        CPPUNIT_ASSERT(aParts[0].IsEmpty() && aParts[1] == u"a" && aParts[2].IsEmpty() &&
-                       aParts[3] == u"bc" && aParts[4].IsEmpty());
-        ExplodeString(u"a<>b<<>>c", u"<>", aParts);
-        CPPUNIT_ASSERT_EQUAL(3, aParts.GetSize());
-        CPPUNIT_ASSERT(aParts[0] == u"a" && aParts[1] == u"b<" && aParts[2] == u">c");
-        ExplodeString(u"", u",", aParts);
-        CPPUNIT_ASSERT_EQUAL(1, aParts.GetSize());
-        CPPUNIT_ASSERT(aParts[0].IsEmpty());
-        ExplodeString(u"a,b", u"", aParts);
-        CPPUNIT_ASSERT_EQUAL(1, aParts.GetSize());
-        CPPUNIT_ASSERT(aParts[0] == u"a,b");
     }
 };
 
