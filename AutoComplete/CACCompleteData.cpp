@@ -17,7 +17,8 @@ void CACCompleteData::SetBitmap(std::unique_ptr<CBitmap> pBitmap, COLORREF crMas
 void CACCompleteData::SortWords()
 {
     SACWord* pFirst = m_aWords.GetData();
-    std::sort(pFirst, pFirst + m_aWords.GetSize(), [](const SACWord& a, const SACWord& b)
+    std::sort(pFirst, pFirst + m_aWords.GetSize(),
+              [](const SACWord& a, const SACWord& b)
               { return a.m_csWordName.CompareNoCase(b.m_csWordName.Str()) < 0; });
 }
 

@@ -27,6 +27,6 @@ public:
     static CString GetDefaultACPath();
 
 private:
-    CString m_csACPath;    // the catalogue's path
+    CString m_csACPath;     // the catalogue's path
     bool m_bLoaded = false; // Load has run
 };

@@ -18,7 +18,8 @@ bool CACXMLCacher::IsCachedKeys(const SACInputData& inputData) const
            static_cast<const BCTL::Arrays::CArrayEx<SACInputData::SACKey>&>(inputData.m_aKeys) == m_aKeys;
 }
 
-void CACXMLCacher::CacheXml(const CStringArray& aSchemeTypes, const BCTL::Arrays::CArrayImpl<SACScheme>& aSchemes)
+void CACXMLCacher::CacheXml(const CStringArray& aSchemeTypes,
+                            const BCTL::Arrays::CArrayImpl<SACScheme>& aSchemes)
 {
     m_aSchemeTypes.Copy(aSchemeTypes);
     m_aSchemes = aSchemes;

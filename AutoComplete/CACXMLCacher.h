@@ -31,10 +31,10 @@ public:
     void ResetKeys();
 
 private:
-    bool m_bXmlCached = false;                        // CacheXml has run
-    CStringArray m_aSchemeTypes;                      // the types of the stored schemes
-    BCTL::Arrays::CArrayImpl<SACScheme> m_aSchemes;   // the files' contents, one scheme each
+    bool m_bXmlCached = false;                              // CacheXml has run
+    CStringArray m_aSchemeTypes;                            // the types of the stored schemes
+    BCTL::Arrays::CArrayImpl<SACScheme> m_aSchemes;         // the files' contents, one scheme each
     BCTL::Arrays::CArrayImpl<SACInputData::SACKey> m_aKeys; // keys of the stored request
-    CString m_csSelectType = NOT_INITED;              // select type of the stored request
-    CString m_csTransformedXml;                       // its transformed text
+    CString m_csSelectType = NOT_INITED;                    // select type of the stored request
+    CString m_csTransformedXml;                             // its transformed text
 };

@@ -44,7 +44,8 @@ CACXMLConfigurator::CACXMLConfigurator(IACSettings* pSettings)
 {
 }
 
-CString CACXMLConfigurator::GetTransformXslContent(const CString& csXsl, const SACTransformXslData& transformData,
+CString CACXMLConfigurator::GetTransformXslContent(const CString& csXsl,
+                                                   const SACTransformXslData& transformData,
                                                    BOOL bCaseSensitive)
 {
     if (csXsl.IsEmpty())
@@ -90,12 +91,14 @@ CString CACXMLConfigurator::GetSchemeTransformedXml(int nScheme, const SACTransf
     {
         // What has been gathered stands; the failure itself is only kept for a debugger.
         CString csError;
-        csError.Format(u"sourse='%s', \n descr='%s', \n msg='%s'", e.Source(), e.Description(), e.ErrorMessage());
+        csError.Format(u"sourse='%s', \n descr='%s', \n msg='%s'", e.Source(), e.Description(),
+                       e.ErrorMessage());
     }
     return csResult;
 }
 
-SACInputData::SACKey CACXMLConfigurator::ACKeys2KeyData(const BCTL::Arrays::IStaticArray<SACInputData::SACKey>& aKeys)
+SACInputData::SACKey
+CACXMLConfigurator::ACKeys2KeyData(const BCTL::Arrays::IStaticArray<SACInputData::SACKey>& aKeys)
 {
     SACInputData::SACKey key;
     for (int i = 0; i < aKeys.GetSize(); ++i)

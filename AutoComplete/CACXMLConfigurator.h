@@ -26,7 +26,8 @@ public:
     // "" without a style sheet or with a word file that doesn't parse.
     virtual CString GetSchemeTransformedXml(int nScheme, const SACTransformXslData& transformData);
     // The keys joined into one: each name and each type followed by ".".
-    virtual SACInputData::SACKey ACKeys2KeyData(const BCTL::Arrays::IStaticArray<SACInputData::SACKey>& aKeys);
+    virtual SACInputData::SACKey
+    ACKeys2KeyData(const BCTL::Arrays::IStaticArray<SACInputData::SACKey>& aKeys);
     // The style sheet that this configurator runs for scheme nScheme, from the cache.
     virtual CString GetXslContent(int nScheme) = 0;
     // The transformed text of the request cached last.

@@ -2,7 +2,8 @@
 
 #include "Common_h/XMLParser/CXMLDocument.h"
 
-CString CACXMLInfoConfigurator::GetTransformXslContent(const CString& csXsl, const SACTransformXslData& transformData,
+CString CACXMLInfoConfigurator::GetTransformXslContent(const CString& csXsl,
+                                                       const SACTransformXslData& transformData,
                                                        BOOL bCaseSensitive)
 {
     CString csResult = CACXMLConfigurator::GetTransformXslContent(csXsl, transformData, bCaseSensitive);
@@ -12,7 +13,8 @@ CString CACXMLInfoConfigurator::GetTransformXslContent(const CString& csXsl, con
     return csResult;
 }
 
-SACInputData::SACKey CACXMLInfoConfigurator::ACKeys2KeyData(const BCTL::Arrays::IStaticArray<SACInputData::SACKey>& aKeys)
+SACInputData::SACKey
+CACXMLInfoConfigurator::ACKeys2KeyData(const BCTL::Arrays::IStaticArray<SACInputData::SACKey>& aKeys)
 {
     SACInputData::SACKey key = CACXMLConfigurator::ACKeys2KeyData(aKeys);
     for (CString* pText : {&key.m_csKeyName, &key.m_csKeyType})
@@ -60,7 +62,8 @@ bool CACXMLInfoConfigurator::HasWord(const SACInputData& inputData)
         if (key.m_csKeyType.IsEmpty())
             csXPath.AppendFormat(u"/element[@name = '%s']", key.m_csKeyName);
         else
-            csXPath.AppendFormat(u"/element[@name = '%s' and @type = '%s']", key.m_csKeyName, key.m_csKeyType);
+            csXPath.AppendFormat(u"/element[@name = '%s' and @type = '%s']", key.m_csKeyName,
+                                 key.m_csKeyType);
     }
     // Each word file is asked on its own: joined, two files would not be one document.
     for (int i = 0; i < m_Cache.GetSchemesFilesCount(); ++i)

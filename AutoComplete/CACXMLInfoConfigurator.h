@@ -13,7 +13,8 @@ public:
     CString GetTransformXslContent(const CString& csXsl, const SACTransformXslData& transformData,
                                    BOOL bCaseSensitive) override;
     // The keys joined as the base joins them, without the last ".".
-    SACInputData::SACKey ACKeys2KeyData(const BCTL::Arrays::IStaticArray<SACInputData::SACKey>& aKeys) override;
+    SACInputData::SACKey
+    ACKeys2KeyData(const BCTL::Arrays::IStaticArray<SACInputData::SACKey>& aKeys) override;
     CString GetXslContent(int nScheme) override { return m_Cache.GetScheme(nScheme).m_csInfoXslFile; }
     // The information of the word the keys name, cached with the parameter; "" when no word
     // file of the schemes holds that word.

@@ -20,8 +20,7 @@ bool ParseInt(const CString& csText, bool bHex, int& nValue)
     if (i < str.size() && (str[i] == u'-' || str[i] == u'+'))
         bNegative = str[i++] == u'-';
     unsigned nBase = 10;
-    if (bHex && i + 1 < str.size() && str[i] == u'0' &&
-        (str[i + 1] == u'x' || str[i + 1] == u'X'))
+    if (bHex && i + 1 < str.size() && str[i] == u'0' && (str[i + 1] == u'x' || str[i + 1] == u'X'))
     {
         nBase = 16;
         i += 2;
@@ -56,7 +55,8 @@ CString TypeForXPath(const CString& csType)
 }
 } // namespace
 
-CACXMLParser::CACXMLParser(IACSettings* pSettings) : m_WordsConfigurator(pSettings), m_InfoConfigurator(pSettings)
+CACXMLParser::CACXMLParser(IACSettings* pSettings)
+    : m_WordsConfigurator(pSettings), m_InfoConfigurator(pSettings)
 {
 }
 
@@ -66,8 +66,8 @@ IACCompleteData* CACXMLParser::GetCompleteData(const SACInputData& inputData)
     if (!bParseRoot && m_WordsConfigurator.IsCachedKeys(inputData))
         return &m_CompleteData;
     // Reading the settings has made the text of the request already.
-    const CString csXml =
-        bParseRoot ? ParseRoot(inputData, m_WordsConfigurator) : m_WordsConfigurator.GetTransformedXml(inputData);
+    const CString csXml = bParseRoot ? ParseRoot(inputData, m_WordsConfigurator)
+                                     : m_WordsConfigurator.GetTransformedXml(inputData);
     m_WordsConfigurator.CacheKeys(inputData, csXml);
     ParseWords(csXml);
     return &m_CompleteData;
@@ -164,19 +164,21 @@ void CACXMLParser::ParseWords(const CString& csXml)
     CXMLDocument doc(CXMLDocument::CLASS_DOCUMENT_40);
     if (!doc.Open(csXml, FALSE))
         return;
-    CStringArray aNodes;
-    doc.GetNodes(aNodes, u"/root/element", FALSE);
-    for (int i = 0; i < aNodes.GetSize(); ++i)
+    // The words are the "element" children of "root", read from the nodes themselves: a list of
+    // a few thousand words is not parsed again word by word.
+    const CXMLNode root = doc.GetDocumentElement();
+    if (root.IsNull() || root.GetName() != u"root")
+        return;
+    for (const CXMLNode& element : root.GetChildElements())
     {
-        CXMLDocument element(CXMLDocument::CLASS_DOCUMENT_40);
-        if (!element.Open(aNodes[i], FALSE))
+        if (element.GetName() != u"element")
             continue;
         IACCompleteData::SACWord word;
-        word.m_csWordName = element.GetNodeValue(u"/element/@name");
-        word.m_csDescription = element.GetNodeValue(u"/element/@description");
-        word.m_csWordType = element.GetNodeValue(u"/element/@type");
-        word.m_csInfo = element.GetNodeValue(u"/element/@info");
-        if (!ParseInt(element.GetNodeValue(u"/element/@iconIndex"), false, word.m_nIconIndex))
+        word.m_csWordName = element.GetAttribute(u"name");
+        word.m_csDescription = element.GetAttribute(u"description");
+        word.m_csWordType = element.GetAttribute(u"type");
+        word.m_csInfo = element.GetAttribute(u"info");
+        if (!ParseInt(element.GetAttribute(u"iconIndex"), false, word.m_nIconIndex))
             word.m_nIconIndex = 0;
         aWords.Add(word);
     }

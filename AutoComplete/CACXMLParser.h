@@ -45,13 +45,13 @@ private:
     // Whether the regular expression csPattern matches in csChar.
     static BOOL Matches(const CString& csPattern, const CString& csChar);
 
-    CACXMLWordsConfigurator m_WordsConfigurator; // the word lists
-    CACXMLInfoConfigurator m_InfoConfigurator;   // the information of one word
-    CACCompleteData m_CompleteData;              // the words of the last request
-    CString m_csCompleteChars;                   // what ends a word of the select type
-    CString m_csCompleteFirstChars;              // what starts a word of the select type
-    CString m_csAllCompleteChars;                // what ends a word of any type, alternatives
-    CString m_csTTTriggerChars;                  // what opens the tip
+    CACXMLWordsConfigurator m_WordsConfigurator;   // the word lists
+    CACXMLInfoConfigurator m_InfoConfigurator;     // the information of one word
+    CACCompleteData m_CompleteData;                // the words of the last request
+    CString m_csCompleteChars;                     // what ends a word of the select type
+    CString m_csCompleteFirstChars;                // what starts a word of the select type
+    CString m_csAllCompleteChars;                  // what ends a word of any type, alternatives
+    CString m_csTTTriggerChars;                    // what opens the tip
     CString m_csRootSelectType = u"__notinited__"; // the select type the settings were read for
     CStringArray m_aRootSchemeTypes;               // the scheme types they were read for
 };

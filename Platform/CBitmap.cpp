@@ -63,8 +63,9 @@ BOOL CBitmap::LoadFromFile(const CString& csFileName)
         for (int x = 0; x < nWidth; ++x, pPixel += nChannels)
         {
             const DWORD dwAlpha = bAlpha ? pPixel[3] : 0xFFu;
-            SetPixelARGB(x, y, dwAlpha << 24 | static_cast<DWORD>(pPixel[0]) << 16 |
-                                   static_cast<DWORD>(pPixel[1]) << 8 | pPixel[2]);
+            SetPixelARGB(x, y,
+                         dwAlpha << 24 | static_cast<DWORD>(pPixel[0]) << 16 |
+                             static_cast<DWORD>(pPixel[1]) << 8 | pPixel[2]);
         }
     }
     return TRUE;

@@ -1,6 +1,7 @@
 // The completion configuration: settings in the profile, schemes found in the catalogue, requests
 // as style sheet parameters, and the transformed word files of one or several schemes.
 #include "AutoComplete/CACException.h"
+#include "AutoComplete/CACFactory.h"
 #include "AutoComplete/CACXMLInfoConfigurator.h"
 #include "AutoComplete/CACXMLWordsConfigurator.h"
 #include "AutoComplete/tests/ACTestData.h"
@@ -70,6 +71,13 @@ public:
         CPPUNIT_ASSERT(loaded.Load(pApp));
         CPPUNIT_ASSERT_EQUAL(File(u"acschemes.xml"), loaded.GetACPath());
         pApp->WriteProfileString(u"Autocomplete", u"ACPath", csStored);
+
+        // The factory hands out the process-wide settings and managers of its own.
+        CACFactory factory;
+        CPPUNIT_ASSERT(factory.GetACSettings() == &CACSettings::Instance());
+        IACManager* pManager = factory.CreateACManager();
+        CPPUNIT_ASSERT(pManager);
+        pManager->Release();
 
         // A catalogue that doesn't load is a configuration failure.
         CTestSettings missing(File(u"nosuchcatalogue.xml"));
@@ -148,8 +156,8 @@ public:
         // Names aren't case sensitive in this word file, so the key is taken in lower case.
         for (const char16_t* szTag : {u"a", u"A"})
         {
-            const CString csXml =
-                configurator.GetTransformedXml(Request({u"html"}, {{szTag, u"tag"}, {u"target", u"attr"}}, u"value"));
+            const CString csXml = configurator.GetTransformedXml(
+                Request({u"html"}, {{szTag, u"tag"}, {u"target", u"attr"}}, u"value"));
             CPPUNIT_ASSERT_EQUAL(csExpected, Children(csXml));
         }
         // Two schemes: both results under one root, in the order of the types.
@@ -159,7 +167,8 @@ public:
         CPPUNIT_ASSERT_EQUAL(CString(u"str_replace"), doc.GetNodeValue(u"/root/element/@name"));
         CPPUNIT_ASSERT_EQUAL(CString(u"a"), doc.GetNodeValue(u"/root/element[@type = 'tag']/@name"));
         // A path that leads nowhere gives the settings and no words.
-        CPPUNIT_ASSERT(doc.Open(configurator.GetTransformedXml(Request({u"html"}, {{u"table", u"tag"}}, u"attr")), FALSE));
+        CPPUNIT_ASSERT(doc.Open(
+            configurator.GetTransformedXml(Request({u"html"}, {{u"table", u"tag"}}, u"attr")), FALSE));
         CPPUNIT_ASSERT_EQUAL(0, doc.GetNodesCount(u"/root/element"));
         CPPUNIT_ASSERT_EQUAL(1, doc.GetNodesCount(u"/root/imagelist"));
     }
@@ -188,7 +197,8 @@ public:
         CPPUNIT_ASSERT_EQUAL(2, aSchemes.GetSize());
         CPPUNIT_ASSERT_EQUAL(File(u"sample.xml"), aSchemes.GetValue(0).m_csXmlFile);
         CPPUNIT_ASSERT_EQUAL(File(u"php.xml"), aSchemes.GetValue(1).m_csXmlFile);
-        CPPUNIT_ASSERT(aSchemes.GetValue(0).m_csTransformXslFile == aSchemes.GetValue(1).m_csTransformXslFile);
+        CPPUNIT_ASSERT(aSchemes.GetValue(0).m_csTransformXslFile ==
+                       aSchemes.GetValue(1).m_csTransformXslFile);
 
         // Names in a catalogue named without a folder are found in the working directory.
         CTestSettings bare(u"ACSchemes.xml");
@@ -207,14 +217,15 @@ public:
         const CString csXsl = FileXml(u"htmltransform.xsl");
         SACTransformXslData data = words.ACInputData2TransformXslData(
             Request({u"html"}, {{u"A", u"tag"}, {u"Target", u"attr"}}, u"value"));
-        CPPUNIT_ASSERT_EQUAL(FileXml(u"htmltransformtest1.xsl"), words.GetTransformXslContent(csXsl, data, FALSE));
+        CPPUNIT_ASSERT_EQUAL(FileXml(u"htmltransformtest1.xsl"),
+                             words.GetTransformXslContent(csXsl, data, FALSE));
         // Case sensitive, the name stays as it is; an empty sheet stays empty.
         CPPUNIT_ASSERT(words.GetTransformXslContent(csXsl, data, TRUE).Find(u"select=\"'A.Target.'\"") > 0);
         CPPUNIT_ASSERT(words.GetTransformXslContent(u"", data, FALSE).IsEmpty());
         // Markup in a value is escaped and an apostrophe, which would end the string, dropped.
         data.m_csSelectType = u"a\"<b>&'c";
-        CPPUNIT_ASSERT(words.GetTransformXslContent(csXsl, data, FALSE).Find(
-                           u"select=\"'a&quot;&lt;b>&amp;c'\"") > 0);
+        CPPUNIT_ASSERT(
+            words.GetTransformXslContent(csXsl, data, FALSE).Find(u"select=\"'a&quot;&lt;b>&amp;c'\"") > 0);
 
         // The information sheet also takes the current parameter.
         CACXMLInfoConfigurator info(&settings);
@@ -229,7 +240,8 @@ public:
         // Word files and style sheets that don't parse or fail give empty results, not failures.
         const std::filesystem::path folder = std::filesystem::temp_directory_path() / "TSTestAC";
         std::filesystem::create_directories(folder);
-        auto Write = [&](const char* szName, const char* szText) { std::ofstream(folder / szName) << szText; };
+        auto Write = [&](const char* szName, const char* szText)
+        { std::ofstream(folder / szName) << szText; };
         Write("ac.xml", "<ACSchemes><ACScheme type='broken' file='broken.xml' transformxsl='words.xsl'/>"
                         "<ACScheme type='badsheet' file='words.xml' transformxsl='broken.xsl'/>"
                         "<ACScheme type='stops' file='words.xml' transformxsl='stops.xsl'/>"
@@ -238,11 +250,13 @@ public:
         Write("words.xml", "<root><imagelist path='broken.bmp'/><element name='a'/></root>");
         Write("broken.bmp", "BM not really");
         Write("broken.xsl", "<xsl:stylesheet");
-        Write("stops.xsl", "<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
-                           "<xsl:template match='/'><xsl:message terminate='yes'>no</xsl:message></xsl:template>"
-                           "</xsl:stylesheet>");
-        Write("words.xsl", "<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
-                           "<xsl:template match='/'><xsl:copy-of select='/'/></xsl:template></xsl:stylesheet>");
+        Write("stops.xsl",
+              "<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
+              "<xsl:template match='/'><xsl:message terminate='yes'>no</xsl:message></xsl:template>"
+              "</xsl:stylesheet>");
+        Write("words.xsl",
+              "<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
+              "<xsl:template match='/'><xsl:copy-of select='/'/></xsl:template></xsl:stylesheet>");
         CTestSettings settings(FromNativePath((folder / "ac.xml").string()));
         CACXMLWordsConfigurator configurator(&settings);
         for (const char16_t* szType : {u"broken", u"badsheet", u"stops"})

@@ -41,7 +41,8 @@ public:
 using CKeys = std::initializer_list<std::pair<const char16_t*, const char16_t*>>;
 
 // A request of the scheme types, the keys (name and type) and the select type.
-inline SACInputData Request(std::initializer_list<const char16_t*> aTypes, CKeys aKeys, const char16_t* szSelect)
+inline SACInputData Request(std::initializer_list<const char16_t*> aTypes, CKeys aKeys,
+                            const char16_t* szSelect)
 {
     SACInputData inputData;
     for (const char16_t* szType : aTypes)

@@ -76,7 +76,8 @@ public:
         CPPUNIT_ASSERT_EQUAL(CString(u"a body img input"), Names(pData));
         pData = parser.GetCompleteData(Request({u"html"}, {{u"input", u"tag"}}, u"attr"));
         CPPUNIT_ASSERT_EQUAL(CString(u"type Value"), Names(pData));
-        pData = parser.GetCompleteData(Request({u"html"}, {{u"input", u"tag"}, {u"type", u"attr"}}, u"value"));
+        pData =
+            parser.GetCompleteData(Request({u"html"}, {{u"input", u"tag"}, {u"type", u"attr"}}, u"value"));
         CPPUNIT_ASSERT(Names(pData) == u"checkbox text" && HasWord(pData, u"text", u"value"));
         pData = parser.GetCompleteData(Request({u"php", u"html"}, {}, u""));
         CPPUNIT_ASSERT_EQUAL(10, pData->GetWords().GetSize());
@@ -88,16 +89,17 @@ public:
     void GetWordIndex1()
     {
         CACCompleteData data;
-        for (const char16_t* szName : {u"a", u"b", u"c", u"v", u"va", u"vb", u"volume", u"window", u"xxx", u"xxxx"})
+        for (const char16_t* szName :
+             {u"a", u"b", u"c", u"v", u"va", u"vb", u"volume", u"window", u"xxx", u"xxxx"})
             data.Words().Add({szName, u"", u"", u"", 0});
         struct
         {
             const char16_t* szText;
             int nIndex;
             BOOL bAmbDef;
-        } const aCases[] = {{u"", -1, FALSE},   {u"y", 9, FALSE},    {u"Y", 9, FALSE},  {u"w", 7, TRUE},
-                            {u"wl", 8, FALSE},  {u"v", 3, FALSE},    {u"vol", 6, TRUE}, {u"x", 8, FALSE},
-                            {u"xxx", 8, FALSE}, {u"xxxx", 9, TRUE},  {u"VOL", 6, TRUE}, {u"0", 0, FALSE}};
+        } const aCases[] = {{u"", -1, FALSE},   {u"y", 9, FALSE},   {u"Y", 9, FALSE},  {u"w", 7, TRUE},
+                            {u"wl", 8, FALSE},  {u"v", 3, FALSE},   {u"vol", 6, TRUE}, {u"x", 8, FALSE},
+                            {u"xxx", 8, FALSE}, {u"xxxx", 9, TRUE}, {u"VOL", 6, TRUE}, {u"0", 0, FALSE}};
         for (const auto& test : aCases)
         {
             BOOL bAmbDef = !test.bAmbDef;
@@ -123,8 +125,9 @@ public:
             const char16_t* szChar;
             BOOL bFirst;
             BOOL bComplete;
-        } const aCases[] = {{&tags, u"<", TRUE, FALSE},  {&tags, u">", FALSE, TRUE}, {&tags, u" ", FALSE, TRUE},
-                            {&tags, u"a", FALSE, FALSE}, {&attrs, u"=", FALSE, TRUE}, {&attrs, u" ", TRUE, TRUE},
+        } const aCases[] = {{&tags, u"<", TRUE, FALSE},   {&tags, u">", FALSE, TRUE},
+                            {&tags, u" ", FALSE, TRUE},   {&tags, u"a", FALSE, FALSE},
+                            {&attrs, u"=", FALSE, TRUE},  {&attrs, u" ", TRUE, TRUE},
                             {&attrs, u"/", FALSE, FALSE}, {&tags, u"", FALSE, FALSE}};
         for (const auto& test : aCases)
         {
@@ -172,8 +175,12 @@ public:
         {
             const char16_t* szMask;
             COLORREF crMask;
-        } const aMasks[] = {{u"0xFF00FF", 0xFF00FF}, {u"0x00ff00", 0x00FF00}, {u"255,0,255", 255},
-                            {u"junk", 0},          {u"", 0},                {u"16", 16}};
+        } const aMasks[] = {{u"0xFF00FF", 0xFF00FF},
+                            {u"0x00ff00", 0x00FF00},
+                            {u"255,0,255", 255},
+                            {u"junk", 0},
+                            {u"", 0},
+                            {u"16", 16}};
         for (const auto& test : aMasks)
             CPPUNIT_ASSERT_EQUAL(test.crMask, CACXMLParser::ParseColorMask(test.szMask));
 
@@ -181,7 +188,8 @@ public:
         CBitmap bitmap;
         CPPUNIT_ASSERT(!bitmap.LoadFromFile(File(u"php.xml")) && bitmap.IsNull());
         CPPUNIT_ASSERT(!bitmap.LoadFromFile(File(u"nosuchimage.bmp")));
-        CPPUNIT_ASSERT(bitmap.LoadFromFile(u"..\\AutoComplete\\AC\\acimages.bmp") && bitmap.GetHeight() == 16);
+        CPPUNIT_ASSERT(bitmap.LoadFromFile(u"..\\AutoComplete\\AC\\acimages.bmp") &&
+                       bitmap.GetHeight() == 16);
     }
 
     void GetInfoTest1()
@@ -191,17 +199,21 @@ public:
         const SACInputData inputData = Request({u"php"}, {{u"str_replace", u"function"}}, u"");
         CString csInfo = parser.GetInfo(inputData, 2);
         CPPUNIT_ASSERT(csInfo.Find(u"str_replace(array|string $search, array|string $replace, "
-                                   u"<b>array|string $subject</b>, &amp;$count = null)<br>&nbsp;Replaces") > 0);
+                                   u"<b>array|string $subject</b>, &amp;$count = null)<br>&nbsp;Replaces") >
+                       0);
         CPPUNIT_ASSERT(csInfo.Find(u"<br/>") < 0 && csInfo.Find(u"<nbsp/>") < 0);
         // Another parameter is another text; the same one comes from the cache.
         CPPUNIT_ASSERT(parser.GetInfo(inputData, 0).Find(u"(<b>array|string $search</b>,") > 0);
         CPPUNIT_ASSERT(parser.GetInfo(inputData, 0).Find(u"(<b>array|string $search</b>,") > 0);
         // A word that isn't in the word file has no information.
-        CPPUNIT_ASSERT(parser.GetInfo(Request({u"php"}, {{u"nosuchfunction", u"function"}}, u""), 0).IsEmpty());
+        CPPUNIT_ASSERT(
+            parser.GetInfo(Request({u"php"}, {{u"nosuchfunction", u"function"}}, u""), 0).IsEmpty());
         CPPUNIT_ASSERT(parser.GetInfo(Request({u"php"}, {{u"strlen", u"class"}}, u""), 0).IsEmpty());
-        CPPUNIT_ASSERT(parser.GetInfo(Request({u"php"}, {{u"strlen", u""}}, u""), 0).Find(u"<b>string $string</b>") < 0);
+        CPPUNIT_ASSERT(
+            parser.GetInfo(Request({u"php"}, {{u"strlen", u""}}, u""), 0).Find(u"<b>string $string</b>") < 0);
         // The word lists are as before.
-        CPPUNIT_ASSERT_EQUAL(CString(u"echo"), Names(parser.GetCompleteData(Request({u"php"}, {}, u"keyword"))));
+        CPPUNIT_ASSERT_EQUAL(CString(u"echo"),
+                             Names(parser.GetCompleteData(Request({u"php"}, {}, u"keyword"))));
         CPPUNIT_ASSERT(parser.IsCompleteChar(Request({u"php"}, {}, u"keyword"), u";"));
     }
 
@@ -226,7 +238,8 @@ public:
         for (const char16_t* szAttr : {u"type", u"name", u"placeholder", u"class", u"id", u"style"})
             CPPUNIT_ASSERT(HasWord(pData, szAttr, u"attr"));
         CPPUNIT_ASSERT(HasWord(pData, u"onclick", u"event"));
-        pData = parser.GetCompleteData(Request({u"html"}, {{u"input", u"tag"}, {u"type", u"attr"}}, u"value"));
+        pData =
+            parser.GetCompleteData(Request({u"html"}, {{u"input", u"tag"}, {u"type", u"attr"}}, u"value"));
         for (const char16_t* szValue : {u"checkbox", u"email", u"password", u"submit", u"date"})
             CPPUNIT_ASSERT(HasWord(pData, szValue, u"value"));
         pData = parser.GetCompleteData(Request({u"html"}, {{u"p", u"tag"}, {u"dir", u"attr"}}, u"value"));
@@ -237,9 +250,11 @@ public:
         for (const char16_t* szValue : {u"flex", u"grid", u"block", u"none", u"inline-block", u"inherit"})
             CPPUNIT_ASSERT(HasWord(pData, szValue, u"value"));
         pData = parser.GetCompleteData(Request({u"css"}, {{u"color", u"property"}}, u"value"));
-        CPPUNIT_ASSERT(HasWord(pData, u"rebeccapurple", u"value") && HasWord(pData, u"currentcolor", u"value"));
+        CPPUNIT_ASSERT(HasWord(pData, u"rebeccapurple", u"value") &&
+                       HasWord(pData, u"currentcolor", u"value"));
         pData = parser.GetCompleteData(Request({u"css"}, {}, u"property"));
-        CPPUNIT_ASSERT(HasWord(pData, u"grid-template-columns", u"property") && pData->GetWords().GetSize() > 300);
+        CPPUNIT_ASSERT(HasWord(pData, u"grid-template-columns", u"property") &&
+                       pData->GetWords().GetSize() > 300);
 
         // JavaScript's standard objects with their members.
         pData = parser.GetCompleteData(Request({u"jvScript"}, {}, u""));
@@ -248,7 +263,8 @@ public:
                            HasWord(pData, szName, u"function"));
         pData = parser.GetCompleteData(Request({u"jvScript"}, {{u"Math", u"object"}}, u"method"));
         CPPUNIT_ASSERT(HasWord(pData, u"floor", u"method") && !HasWord(pData, u"PI", u"property"));
-        pData = parser.GetCompleteData(Request({u"jvScript"}, {{u"Array", u"class"}, {u"prototype", u"property"}}, u""));
+        pData = parser.GetCompleteData(
+            Request({u"jvScript"}, {{u"Array", u"class"}, {u"prototype", u"property"}}, u""));
         CPPUNIT_ASSERT(HasWord(pData, u"push", u"method") && HasWord(pData, u"map", u"method"));
 
         // PHP's functions with their signatures.
@@ -257,7 +273,8 @@ public:
         BOOL bAmbDef = FALSE;
         const int nIndex = pData->GetWordIndex(u"str_replace", bAmbDef);
         CPPUNIT_ASSERT(pData->GetWords()[nIndex].m_csWordName == u"str_replace" && bAmbDef);
-        CPPUNIT_ASSERT(pData->GetWords()[nIndex].m_csDescription.Find(u"str_replace(array|string $search") == 0);
+        CPPUNIT_ASSERT(pData->GetWords()[nIndex].m_csDescription.Find(u"str_replace(array|string $search") ==
+                       0);
         CPPUNIT_ASSERT(parser.GetInfo(Request({u"php"}, {{u"str_replace", u"function"}}, u""), 1)
                            .Find(u"<b>array|string $replace</b>") > 0);
         CPPUNIT_ASSERT(parser.GetTTTriggerChars(Request({u"php"}, {}, u"function")).Find(u'(') >= 0);

@@ -46,9 +46,9 @@ public:
         // Only the same types, in the same order and the same case, are cached.
         CACXMLCacher cache;
         cache.CacheXml(Request({u"php", u"html"}, {}, u"").m_aSchemeTypes, Contents(1));
-        for (const SACInputData& other : {Request({u"html", u"php"}, {}, u""), Request({u"PHP", u"html"}, {}, u""),
-                                          Request({u"php"}, {}, u""), Request({u"php", u"html", u"css"}, {}, u""),
-                                          Request({}, {}, u"")})
+        for (const SACInputData& other :
+             {Request({u"html", u"php"}, {}, u""), Request({u"PHP", u"html"}, {}, u""),
+              Request({u"php"}, {}, u""), Request({u"php", u"html", u"css"}, {}, u""), Request({}, {}, u"")})
             CPPUNIT_ASSERT(!cache.IsCachedXml(other));
         // No schemes found is a result like any other.
         cache.CacheXml(CStringArray(), Contents(0));
@@ -67,10 +67,12 @@ public:
         CPPUNIT_ASSERT_EQUAL(CString(u"TransformedXml"), cache.GetTransformedXml());
         // Scheme types don't take part; name, type, select type and number of keys do.
         CPPUNIT_ASSERT(cache.IsCachedKeys(Request({u"php"}, {{u"html", u"tag"}}, u"tag")));
-        for (const SACInputData& other :
-             {Request({u"html"}, {{u"body", u"tag"}}, u"tag"), Request({u"html"}, {{u"html", u"attr"}}, u"tag"),
-              Request({u"html"}, {{u"html", u"tag"}}, u"attr"), Request({u"html"}, {{u"HTML", u"tag"}}, u"tag"),
-              Request({u"html"}, {{u"html", u"tag"}, {u"lang", u"attr"}}, u"tag"), Request({u"html"}, {}, u"tag")})
+        for (const SACInputData& other : {Request({u"html"}, {{u"body", u"tag"}}, u"tag"),
+                                          Request({u"html"}, {{u"html", u"attr"}}, u"tag"),
+                                          Request({u"html"}, {{u"html", u"tag"}}, u"attr"),
+                                          Request({u"html"}, {{u"HTML", u"tag"}}, u"tag"),
+                                          Request({u"html"}, {{u"html", u"tag"}, {u"lang", u"attr"}}, u"tag"),
+                                          Request({u"html"}, {}, u"tag")})
             CPPUNIT_ASSERT(!cache.IsCachedKeys(other));
 
         cache.ResetKeys();
