@@ -5,6 +5,9 @@
 
 namespace
 {
+constexpr PCRE2_SIZE JIT_STACK_START = 32 * 1024;
+constexpr PCRE2_SIZE JIT_STACK_MAX = 1024 * 1024;
+
 // The caller's option word in the library's terms. The text is always UTF-16; a lone surrogate in
 // it can't be matched but is no failure.
 uint32_t MapOptions(int nOptions) noexcept
@@ -42,6 +45,11 @@ void CRegularExpression::CFree::operator()(pcre2_real_match_context_16* p) const
     pcre2_match_context_free(p);
 }
 
+void CRegularExpression::CFree::operator()(pcre2_real_jit_stack_16* p) const noexcept
+{
+    pcre2_jit_stack_free(p);
+}
+
 CRegularExpression::CRegularExpression() = default;
 
 CRegularExpression::CRegularExpression(const CString& csPattern, int nOptions)
@@ -68,14 +76,24 @@ BOOL CRegularExpression::Compile(const CString& csPattern, int nOptions)
     if (!m_pMatchContext)
     {
         m_pMatchContext.reset(pcre2_match_context_create(nullptr));
-        if (m_pMatchContext)
-            pcre2_set_match_limit(m_pMatchContext.get(), MATCH_LIMIT);
+        if (!m_pMatchContext)
+        {
+            m_pCode.reset();
+            return FALSE;
+        }
+        pcre2_set_match_limit(m_pMatchContext.get(), MATCH_LIMIT);
+        // Room for deep patterns in machine code; without it the default small stack is used.
+        m_pJitStack.reset(pcre2_jit_stack_create(JIT_STACK_START, JIT_STACK_MAX, nullptr));
+        if (m_pJitStack)
+            pcre2_jit_stack_assign(m_pMatchContext.get(), nullptr, m_pJitStack.get());
     }
-    if (!m_pMatchData || !m_pMatchContext)
+    if (!m_pMatchData)
     {
         m_pCode.reset();
         return FALSE;
     }
+    // Machine code where the library has it; the interpreter otherwise, with the same results.
+    pcre2_jit_compile(m_pCode.get(), PCRE2_JIT_COMPLETE);
     return TRUE;
 }
 

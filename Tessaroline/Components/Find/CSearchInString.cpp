@@ -97,11 +97,19 @@ CSearchInString::CSearchResults CSearchInString::RegExpSearch(CString csPattern,
                                                               DWORD dwFlags)
 {
     CSearchResults results;
-    CRegularExpression regexp;
-    if (!regexp.Compile(csPattern, (dwFlags & SF_MATCH_CASE) ? 0 : PCRE_CASELESS))
-        RaiseRegExpError(__LINE__);
+    const int nOptions = (dwFlags & SF_MATCH_CASE) ? 0 : PCRE_CASELESS;
+    if (nOptions != m_nCompiledOptions || csPattern != m_csCompiledPattern)
+    {
+        m_nCompiledOptions = -1;
+        if (!m_regexp.Compile(csPattern, nOptions))
+            RaiseRegExpError(__LINE__);
+        m_csCompiledPattern = csPattern;
+        m_nCompiledOptions = nOptions;
+    }
+    CRegularExpression& regexp = m_regexp;
 
     int nMatchStart = -1, nMatchEnd = -1;
+    int nLastExec = PCRE_ERROR_NOMATCH; // of this search only: the expression may have run before
     if (!(dwFlags & SF_UP))
     {
         // As in the plain search, a start behind the end finds nothing and one before the text
@@ -109,6 +117,7 @@ CSearchInString::CSearchResults CSearchInString::RegExpSearch(CString csPattern,
         if (nStart > csText.GetLength())
             return results;
         const int nCount = regexp.Exec(csText, nStart < 0 ? 0 : nStart, &nMatchStart, &nMatchEnd);
+        nLastExec = nCount;
         // The first match only: one that fails the word test ends the search.
         if (nCount > 0 && (!(dwFlags & SF_WHOLE_WORD) ||
                            IsWholeWord(csText, nMatchStart, nMatchStart + regexp.GetMatchText(0).GetLength())))
@@ -127,6 +136,7 @@ CSearchInString::CSearchResults CSearchInString::RegExpSearch(CString csPattern,
             nPos = (bEmptyLine && nPos == -1) ? 0 : nPos - 1;
             // Anchored: a match that would start farther right is no hit anyway.
             const int nCount = regexp.Exec(csText, nPos, &nMatchStart, &nMatchEnd, PCRE_ANCHORED);
+            nLastExec = nCount;
             if (nCount < PCRE_ERROR_NOMATCH)
                 break; // the failure is raised below, without trying further offsets
             if (nCount >= 1 && nMatchStart == nPos &&
@@ -138,7 +148,7 @@ CSearchInString::CSearchResults CSearchInString::RegExpSearch(CString csPattern,
             }
         }
     }
-    if (regexp.GetLastExecResult() < PCRE_ERROR_NOMATCH)
+    if (nLastExec < PCRE_ERROR_NOMATCH)
         RaiseRegExpError(__LINE__);
     return results;
 }

@@ -36,6 +36,8 @@ public:
     };
 
     CSearchInString() = default;
+    CSearchInString(const CSearchInString&) = delete;
+    CSearchInString& operator=(const CSearchInString&) = delete;
     virtual ~CSearchInString() = default;
 
     // The entry point: a regular expression search with SF_REGEXP, a plain one otherwise. A bad
@@ -46,4 +48,11 @@ public:
 
     // True when csText[nStart, nEnd) has no letter or digit right before or behind it.
     static BOOL IsWholeWord(const CString& csText, int nStart, int nEnd);
+
+private:
+    // The last expression compiled, kept for the next line of the same search; it changes nothing
+    // of what a search gives.
+    CRegularExpression m_regexp;
+    CString m_csCompiledPattern;
+    int m_nCompiledOptions = -1; // -1: nothing compiled
 };
