@@ -18,6 +18,8 @@
 
   <xsl:template match="/root">
     <root>
+      <!-- The settings go along, so that reading them from this text changes nothing. -->
+      <xsl:copy-of select="register | imagelist | Completechars | CompleteFirstchars | TTTriggerChars"/>
       <xsl:if test="$keyName != ''">
         <xsl:call-template name="step">
           <xsl:with-param name="level" select="."/>

@@ -26,6 +26,7 @@ const {htmlElementAttributes} = await load('html-element-attributes');
 const {enumeratedAttributes} = await load('html-enumerated-attributes');
 const {htmlEventAttributes} = await load('html-event-attributes');
 const globals = (await load('globals')).default;
+const webref = require(require.resolve('@webref/idl'));
 const csstree = await load('css-tree');
 const mdnCss = (file) => JSON.parse(fs.readFileSync(require.resolve(`mdn-data/css/${file}`), 'utf8'));
 const php = JSON.parse(fs.readFileSync(phpJson, 'utf8'));
@@ -241,6 +242,56 @@ function jsMembers(obj) {
     return out;
 }
 
+// The members of the browser's interfaces, from their Web IDL: operations with their arguments
+// and attributes, partial definitions and mixins merged, inherited members included.
+async function idlMembers() {
+    const defs = new Map(), includes = [];
+    for (const ast of Object.values(await webref.parseAll())) {
+        for (const d of ast) {
+            if (d.type === 'includes') includes.push([d.target, d.includes]);
+            else if (d.name && (d.type === 'interface' || d.type === 'interface mixin')) {
+                const def = defs.get(d.name) ?? {inheritance: null, members: []};
+                def.inheritance ??= d.inheritance;
+                def.members.push(...d.members);
+                defs.set(d.name, def);
+            }
+        }
+    }
+    for (const [target, mixin] of includes) defs.get(target)?.members.push(...(defs.get(mixin)?.members ?? []));
+    const typeText = (t) => {
+        if (!t) return '';
+        let text = t.union ? t.idlType.map(typeText).join(' or ')
+            : t.generic ? `${t.generic}<${t.idlType.map(typeText).join(', ')}>`
+            : typeof t.idlType === 'string' ? t.idlType : typeText(t.idlType);
+        if (t.union) text = `(${text})`;
+        return text + (t.nullable ? '?' : '');
+    };
+    // The members of an interface and of those it inherits from, the nearest first.
+    return (name) => {
+        const words = new Map();
+        for (let def = defs.get(name); def; def = defs.get(def.inheritance)) {
+            for (const m of def.members) {
+                if (!m.name || m.special === 'static' || words.has(m.name) || m.name.startsWith('on')) continue;
+                if (m.type === 'operation') {
+                    const params = m.arguments.map((a) => `${a.optional ? 'optional ' : ''}${typeText(a.idlType)}${a.variadic ? '...' : ''} ${a.name}`);
+                    words.set(m.name, {name: m.name, type: 'method', description: `${m.name}(${params.join(', ')})`,
+                                       params, returns: typeText(m.idlType)});
+                } else if (m.type === 'attribute') {
+                    words.set(m.name, {name: m.name, type: 'property', description: typeText(m.idlType)});
+                }
+            }
+            if (words.size > 2000) break;
+        }
+        return [...words.values()];
+    };
+}
+
+// Browser globals that are objects of an interface, with that interface.
+const BROWSER_OBJECTS = {document: 'Document', window: 'Window', navigator: 'Navigator', location: 'Location',
+    history: 'History', localStorage: 'Storage', sessionStorage: 'Storage', screen: 'Screen',
+    performance: 'Performance', crypto: 'Crypto', customElements: 'CustomElementRegistry'};
+const interfaceMembers = await idlMembers();
+
 function jsWords() {
     const words = JS_KEYWORDS.map((name) => ({name, type: 'keyword'}));
     const names = new Set();
@@ -267,8 +318,12 @@ function jsWords() {
     for (const name of Object.keys(globals.browser)) {
         if (names.has(name) || name.startsWith('on') || /^(webkit|moz|ms)/i.test(name)) continue;
         names.add(name);
-        const type = /^[A-Z]/.test(name) ? 'interface' : 'property';
-        words.push({name, type: type === 'interface' ? 'class' : 'object', description: 'browser'});
+        if (BROWSER_OBJECTS[name]) {
+            words.push({name, type: 'object', description: BROWSER_OBJECTS[name],
+                        children: interfaceMembers(BROWSER_OBJECTS[name])});
+        } else {
+            words.push({name, type: /^[A-Z]/.test(name) ? 'class' : 'object', description: 'browser'});
+        }
     }
     return words;
 }

@@ -11,6 +11,7 @@ mkdir -p "$scratch"
 cd "$scratch"
 [ -f package.json ] || npm init -y >/dev/null
 npm install --no-save --no-audit --no-fund html-tag-names@2 html-element-attributes@3 \
-    html-enumerated-attributes@1 html-event-attributes@2 mdn-data@2 css-tree@3 globals@17 >/dev/null
+    html-enumerated-attributes@1 html-event-attributes@2 mdn-data@2 css-tree@3 globals@17 \
+    @webref/idl@3 >/dev/null
 php "$here/phpdump.php" > "$scratch/php.json"
 node "$here/generate.mjs" "$scratch/node_modules" "$scratch/php.json" "$here/../AC"

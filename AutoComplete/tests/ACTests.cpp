@@ -277,7 +277,20 @@ public:
                        0);
         CPPUNIT_ASSERT(parser.GetInfo(Request({u"php"}, {{u"str_replace", u"function"}}, u""), 1)
                            .Find(u"<b>array|string $replace</b>") > 0);
+        // The settings read along with the information are those of the word lists.
+        CPPUNIT_ASSERT(parser.IsAnyCompleteChar(u"php", u"("));
         CPPUNIT_ASSERT(parser.GetTTTriggerChars(Request({u"php"}, {}, u"function")).Find(u'(') >= 0);
+
+        // The browser's objects with the members of their interfaces and the methods' signatures.
+        const SACInputData document = Request({u"jvScript"}, {{u"document", u"object"}}, u"method");
+        pData = parser.GetCompleteData(document);
+        CPPUNIT_ASSERT(HasWord(pData, u"getElementById", u"method") &&
+                       HasWord(pData, u"querySelectorAll", u"method"));
+        CPPUNIT_ASSERT(
+            parser
+                .GetInfo(
+                    Request({u"jvScript"}, {{u"document", u"object"}, {u"createElement", u"method"}}, u""), 0)
+                .Find(u"createElement(<b>DOMString localName</b>") > 0);
     }
 };
 
