@@ -9,17 +9,21 @@
 #include "Platform/CBitmap.h"
 #include "Platform/CFile.h"
 #include "Platform/Headless/CRecordingDC.h"
+#include "Platform/NativePath.h"
 
 #include <cppunit/extensions/HelperMacros.h>
+#include <fstream>
 #include <memory>
+#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
 {
 const char16_t* const SERIALIZE_FILE = u"..\\Edit\\tests\\testfiles\\BookmarkSerializeTest.dat";
 
-// Records each bookmark event as "name" with its item.
+// Records the names of the bookmark events with their items.
 class CBookmarksRecorder : public IBookmarksEvents
 {
 public:
@@ -71,18 +75,6 @@ public:
     BOOL m_bSetDesiredColumn = FALSE;
 };
 
-std::vector<BYTE> ReadAll(const CString& csFile)
-{
-    CFile file;
-    std::vector<BYTE> aBytes;
-    if (!file.Open(csFile, CFile::modeRead))
-        return aBytes;
-    BYTE buf[4096];
-    while (UINT n = file.Read(buf, sizeof(buf)))
-        aBytes.insert(aBytes.end(), buf, buf + n);
-    return aBytes;
-}
-
 // The owner's part: hands the edits of a text buffer to the bookmarks.
 class CBookmarksFollower : public CEmptyTextBufferEvents
 {
@@ -102,26 +94,20 @@ private:
     IBookmarks& m_bookmarks;
 };
 
-// Puts the file's bytes back as they were when made, whatever the case did in between.
-class CRestoreFile
+std::string ReadAll(const std::string& strPath)
 {
-public:
-    explicit CRestoreFile(const CString& csFile) : m_csFile(csFile), m_aBytes(ReadAll(csFile)) {}
-    CRestoreFile(const CRestoreFile&) = delete;
-    CRestoreFile& operator=(const CRestoreFile&) = delete;
-    ~CRestoreFile()
-    {
-        CFile file;
-        if (file.Open(m_csFile, CFile::modeCreate | CFile::modeWrite))
-        {
-            if (!m_aBytes.empty())
-                file.Write(m_aBytes.data(), static_cast<UINT>(m_aBytes.size()));
-            file.Close();
-        }
-    }
+    std::ifstream in(strPath, std::ios::binary);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return out.str();
+}
 
-    const CString m_csFile;
-    const std::vector<BYTE> m_aBytes;
+// Puts the file's bytes back as they were when made, whatever the case did in between.
+struct CRestoreFile
+{
+    std::string strPath;
+    std::string strBytes = ReadAll(strPath);
+    ~CRestoreFile() { std::ofstream(strPath, std::ios::binary | std::ios::trunc) << strBytes; }
 };
 } // namespace
 
@@ -139,17 +125,14 @@ class CBookMarksTest : public CppUnit::TestFixture
     CPPUNIT_TEST(OnAfterDeleteTextTest3);
     CPPUNIT_TEST(SerializeTest);
     CPPUNIT_TEST(EventsAndGoToTest);
-    CPPUNIT_TEST(FollowsTextBufferTest);
     CPPUNIT_TEST(DrawTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
     void setUp() override
     {
-        m_bookmarks.AddBookmark(10, -1);
-        m_bookmarks.AddBookmark(0, -1);
-        m_bookmarks.AddBookmark(2, -1);
-        m_bookmarks.AddBookmark(1, -1);
+        for (int nLine : {10, 0, 2, 1})
+            m_bookmarks.AddBookmark(nLine, -1);
     }
 
     void AddBookmarkTest()
@@ -157,16 +140,15 @@ public:
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 10}));
         CPPUNIT_ASSERT(m_bookmarks.HasBookmarks());
         IMarkerItem* pMarker = m_bookmarks.GetMarkerItem(2);
-        CPPUNIT_ASSERT(pMarker == m_bookmarks.GetAt(2));
-        CPPUNIT_ASSERT(!m_bookmarks.GetMarkerItem(5));
+        CPPUNIT_ASSERT(pMarker == m_bookmarks.GetAt(2) && !m_bookmarks.GetMarkerItem(5));
         CPPUNIT_ASSERT_EQUAL(2, pMarker->GetMarkerKind());
         CPPUNIT_ASSERT(pMarker->GetColorInfo() == ITextColorBuffer::COLOR_INFO{});
-        CPPUNIT_ASSERT(m_bookmarks.GetAt(0)->GetNumber() == -1);
+        CPPUNIT_ASSERT_EQUAL(-1, m_bookmarks.GetAt(0)->GetNumber());
 
         // A second item on a line comes behind the first; the lookup still finds the first.
         IBookmarks::IBookmarkItem* pSecond = m_bookmarks.AddBookmark(2, 4);
-        CPPUNIT_ASSERT(m_bookmarks.GetAt(3) == pSecond);
-        CPPUNIT_ASSERT(m_bookmarks.GetMarkerItem(2) == m_bookmarks.GetAt(2));
+        CPPUNIT_ASSERT(m_bookmarks.GetAt(3) == pSecond &&
+                       m_bookmarks.GetMarkerItem(2) == m_bookmarks.GetAt(2));
 
         // Inserting anywhere but 0 to the count is refused and leaves the array alone.
         CBookmarkItem free(nullptr, 3);
@@ -183,8 +165,7 @@ public:
 
         // The number moves to another line; the old holder keeps its bookmark without it.
         m_bookmarks.SetBookmark(1, 1);
-        CPPUNIT_ASSERT(m_bookmarks.GetNumNameBookmark(1)->GetLine() == 1);
-        CPPUNIT_ASSERT_EQUAL(-1, pFive->GetNumber());
+        CPPUNIT_ASSERT(m_bookmarks.GetNumNameBookmark(1)->GetLine() == 1 && pFive->GetNumber() == -1);
         CPPUNIT_ASSERT_EQUAL(5, m_bookmarks.GetSize());
 
         // A different number on a marked line replaces its number; the same number switches it off.
@@ -202,24 +183,19 @@ public:
 
     void GetNextBookmarkLineTest()
     {
-        CPPUNIT_ASSERT_EQUAL(1, m_bookmarks.GetNextBookmark(0)->GetLine());
-        CPPUNIT_ASSERT_EQUAL(2, m_bookmarks.GetNextBookmark(1)->GetLine());
-        CPPUNIT_ASSERT_EQUAL(10, m_bookmarks.GetNextBookmark(2)->GetLine());
-        CPPUNIT_ASSERT_EQUAL(10, m_bookmarks.GetNextBookmark(5)->GetLine());
-        CPPUNIT_ASSERT_EQUAL(0, m_bookmarks.GetNextBookmark(10)->GetLine());
-        CBookmarks empty;
-        CPPUNIT_ASSERT(!empty.GetNextBookmark(0));
+        // From a line to the bookmark that comes next, wrapping behind the last.
+        const std::pair<int, int> aCases[] = {{0, 1}, {1, 2}, {2, 10}, {5, 10}, {10, 0}};
+        for (const auto& [nFrom, nNext] : aCases)
+            CPPUNIT_ASSERT_EQUAL(nNext, m_bookmarks.GetNextBookmark(nFrom)->GetLine());
+        CPPUNIT_ASSERT(!CBookmarks().GetNextBookmark(0));
     }
 
     void GetPrevBookmarkLineTest()
     {
-        CPPUNIT_ASSERT_EQUAL(10, m_bookmarks.GetPrevBookmark(0)->GetLine());
-        CPPUNIT_ASSERT_EQUAL(0, m_bookmarks.GetPrevBookmark(1)->GetLine());
-        CPPUNIT_ASSERT_EQUAL(1, m_bookmarks.GetPrevBookmark(2)->GetLine());
-        CPPUNIT_ASSERT_EQUAL(2, m_bookmarks.GetPrevBookmark(10)->GetLine());
-        CPPUNIT_ASSERT_EQUAL(10, m_bookmarks.GetPrevBookmark(11)->GetLine());
-        CBookmarks empty;
-        CPPUNIT_ASSERT(!empty.GetPrevBookmark(0));
+        const std::pair<int, int> aCases[] = {{0, 10}, {1, 0}, {2, 1}, {10, 2}, {11, 10}};
+        for (const auto& [nFrom, nPrev] : aCases)
+            CPPUNIT_ASSERT_EQUAL(nPrev, m_bookmarks.GetPrevBookmark(nFrom)->GetLine());
+        CPPUNIT_ASSERT(!CBookmarks().GetPrevBookmark(0));
     }
 
     void OnAfterInsertTextTest()
@@ -254,9 +230,7 @@ public:
     {
         // The range starts at column 0 of line 10 and ends inside line 11: line 10's mark dies.
         m_bookmarks.OnAfterDeleteText(CPoint(0, 10), CPoint(10, 11));
-        CPPUNIT_ASSERT(!m_bookmarks.GetMarkerItem(10));
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2}));
-
         // A range from behind column 0 of a marked line keeps that mark.
         m_bookmarks.OnAfterDeleteText(CPoint(4, 1), CPoint(2, 2));
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1}));
@@ -264,45 +238,56 @@ public:
 
     void OnAfterDeleteTextTest3()
     {
+        // Behind the last mark, and within one line: nothing moves.
         m_bookmarks.OnAfterDeleteText(CPoint(0, 20), CPoint(0, 30));
+        m_bookmarks.OnAfterDeleteText(CPoint(0, 1), CPoint(9, 1));
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 10}));
-        m_bookmarks.OnAfterDeleteText(CPoint(0, 1), CPoint(9, 1)); // within one line
-        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 10}));
+
+        // Edits of a text buffer reach the bookmarks through its owner. Undo brings the lines back;
+        // the bookmark that died stays gone, the others return to their text.
+        CTextBuffer text;
+        text.Create();
+        CPoint ptEnd;
+        text.InsertText(CPoint(0, 0), u"0\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n11", ptEnd);
+        CBookmarksFollower follower(m_bookmarks);
+        text.AddEventsHandler(&follower);
+        text.InsertText(CPoint(0, 1), u"new\r\n", ptEnd); // in front of line 1
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 2, 3, 11}));
+        text.DeleteText(CPoint(1, 0), CPoint(1, 2)); // joins line 2 to line 0's text
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 9}));
+        text.GetUndoRedoBuffer()->Undo();
+        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 3, 11}));
+        CPPUNIT_ASSERT(text.GetLine(3) == u"2" && text.GetLine(11) == u"10");
+        text.RemoveEventsHandler(&follower);
     }
 
     void SerializeTest()
     {
-        CRestoreFile restore(SERIALIZE_FILE);
-        CPPUNIT_ASSERT(!restore.m_aBytes.empty()); // the data file is part of the tree
-
-        CFile file;
-        if (file.Open(SERIALIZE_FILE, CFile::modeReadWrite | CFile::shareExclusive))
+        const std::string strPath = ToNativePath(SERIALIZE_FILE);
+        const CRestoreFile restore{strPath};
+        CPPUNIT_ASSERT(!restore.strBytes.empty()); // the data file is part of the tree
         {
-            file.SeekToBegin();
+            CFile file(SERIALIZE_FILE, CFile::modeReadWrite | CFile::shareExclusive);
             CArchive ar(&file, CArchive::store, 4096);
             m_bookmarks.Serialize(ar);
-            ar.Close();
-            file.Close();
         }
 
         // Count in two bytes, then the item pointers as they lie in memory.
-        const std::vector<BYTE> aBytes = ReadAll(SERIALIZE_FILE);
-        CPPUNIT_ASSERT(aBytes.size() >= 2 + 4 * sizeof(void*));
-        CPPUNIT_ASSERT(aBytes[0] == 4 && aBytes[1] == 0);
-
-        CFile in;
-        CPPUNIT_ASSERT(in.Open(SERIALIZE_FILE, CFile::modeRead));
-        CArchive arIn(&in, CArchive::load, 4096);
-        CArray<IBookmarks::IBookmarkItem*, IBookmarks::IBookmarkItem*> aStored;
-        aStored.Serialize(arIn);
-        CPPUNIT_ASSERT_EQUAL(4, aStored.GetSize());
-        for (int i = 0; i < 4; ++i)
-            CPPUNIT_ASSERT(aStored[i] == m_bookmarks.GetAt(i));
-
+        const std::string strBytes = ReadAll(strPath);
+        CPPUNIT_ASSERT(strBytes.size() >= 2 + 4 * sizeof(void*) && strBytes.compare(0, 2, "\4\0", 2) == 0);
+        CFile in(SERIALIZE_FILE, CFile::modeRead);
+        {
+            CArchive ar(&in, CArchive::load, 4096);
+            CArray<IBookmarks::IBookmarkItem*, IBookmarks::IBookmarkItem*> aStored;
+            aStored.Serialize(ar);
+            CPPUNIT_ASSERT_EQUAL(4, aStored.GetSize());
+            for (int i = 0; i < 4; ++i)
+                CPPUNIT_ASSERT(aStored[i] == m_bookmarks.GetAt(i));
+        }
         // Loading into the bookmarks themselves reads the form past and keeps the items.
         in.SeekToBegin();
-        CArchive arAgain(&in, CArchive::load, 4096);
-        m_bookmarks.Serialize(arAgain);
+        CArchive ar(&in, CArchive::load, 4096);
+        m_bookmarks.Serialize(ar);
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 10}));
     }
 
@@ -311,7 +296,6 @@ public:
         CBookmarksRecorder recorder;
         m_bookmarks.AddEventsHandler(&recorder);
         IBookmarks::IBookmarkItem* pTwo = m_bookmarks.GetAt(2);
-
         CCaretRecorder caret;
         pTwo->GoTo(nullptr);
         CPPUNIT_ASSERT(recorder.m_aNames.empty());
@@ -320,7 +304,6 @@ public:
         CPPUNIT_ASSERT(caret.m_nReads == 1 && caret.m_bEnsureVisible && caret.m_bSetDesiredColumn);
         CPPUNIT_ASSERT(recorder.m_aNames.back() == "GoTo" && recorder.m_aItems.back() == pTwo);
         CPPUNIT_ASSERT(recorder.m_pOwner == static_cast<IBookmarks*>(&m_bookmarks));
-
         pTwo->SetLine(3);
         CPPUNIT_ASSERT(recorder.m_aNames.back() == "Change");
 
@@ -331,34 +314,11 @@ public:
         m_bookmarks.DeleteBookmarkAt(2);
         CPPUNIT_ASSERT(recorder.m_aNames.back() == "Delete" && recorder.m_aDeletedLines.back() == 3);
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 10}));
-
         m_bookmarks.RemoveAllBookmarks();
         CPPUNIT_ASSERT((recorder.m_aDeletedLines == std::vector<int>{3, 0, 1, 10}));
         m_bookmarks.AddBookmark(4, -1);
         CPPUNIT_ASSERT(recorder.m_aNames.back() == "Add");
         CPPUNIT_ASSERT_EQUAL(1, m_bookmarks.RemoveEventsHandler(&recorder));
-    }
-
-    void FollowsTextBufferTest()
-    {
-        CTextBuffer text;
-        text.Create();
-        CPoint ptEnd;
-        text.InsertText(CPoint(0, 0), u"0\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n11", ptEnd);
-        CBookmarksFollower follower(m_bookmarks);
-        text.AddEventsHandler(&follower);
-
-        text.InsertText(CPoint(0, 1), u"new\r\n", ptEnd); // in front of line 1
-        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 2, 3, 11}));
-        text.DeleteText(CPoint(1, 0), CPoint(1, 2)); // joins line 2 to line 0's text
-        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 9}));
-        // Undo brings the lines back; the bookmark that died stays gone, the others return to their text.
-        text.GetUndoRedoBuffer()->Undo();
-        CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 3, 11}));
-        CPPUNIT_ASSERT(text.GetLine(3) == u"2" && text.GetLine(11) == u"10");
-
-        text.RemoveEventsHandler(&follower);
-        text.Close();
     }
 
     void DrawTest()
@@ -371,42 +331,39 @@ public:
         pNumbered->SetNumber(3);
         CRecordingDC dc;
         const CRect rtMargin(0, 20, 30, 40); // centre (15, 30)
-
-        pPlain->Draw(&dc, rtMargin); // no strip yet: nothing drawn
+        pPlain->Draw(&dc, rtMargin);         // no strip yet: nothing drawn
         CPPUNIT_ASSERT(dc.GetRecords().empty());
-        CPPUNIT_ASSERT(!m_bookmarks.AttachImages(nullptr, 0));
-        CPPUNIT_ASSERT(m_bookmarks.AttachImages(&strip, 0xffffff));
+        CPPUNIT_ASSERT(!m_bookmarks.AttachImages(nullptr, 0) && m_bookmarks.AttachImages(&strip, 0xffffff));
 
         pNumbered->Draw(&dc, rtMargin);
         pPlain->Draw(&dc, rtMargin);
-        CPPUNIT_ASSERT_EQUAL(size_t(2), dc.GetRecords().size());
-        const CRecordingDC::SRecord& numbered = dc.GetRecords()[0];
-        CPPUNIT_ASSERT(numbered.kind == CRecordingDC::EKind::TransparentBlt);
-        CPPUNIT_ASSERT(numbered.pBitmap == &strip);
-        CPPUNIT_ASSERT(numbered.rt == CRect(7, 24, 23, 36));
-        CPPUNIT_ASSERT(numbered.rtSource == CRect(48, 0, 64, 12));
-        CPPUNIT_ASSERT_EQUAL(COLORREF(0xffffff), numbered.crColor);
-        CPPUNIT_ASSERT(dc.GetRecords()[1].rtSource == CRect(160, 0, 176, 12));
+        const auto& aRecords = dc.GetRecords();
+        CPPUNIT_ASSERT_EQUAL(size_t(2), aRecords.size());
+        CPPUNIT_ASSERT(aRecords[0].kind == CRecordingDC::EKind::TransparentBlt &&
+                       aRecords[0].pBitmap == &strip);
+        CPPUNIT_ASSERT(aRecords[0].rt == CRect(7, 24, 23, 36) &&
+                       aRecords[0].rtSource == CRect(48, 0, 64, 12));
+        CPPUNIT_ASSERT_EQUAL(COLORREF(0xffffff), aRecords[0].crColor);
+        CPPUNIT_ASSERT(aRecords[1].rtSource == CRect(160, 0, 176, 12));
 
         // An owned strip with its own transparent colour; items added later draw from it too.
         auto pOwned = std::make_unique<CBitmap>();
         pOwned->CreateBitmap(11 * 16, 10);
         const CBitmap* pOwnedCells = pOwned.get();
         CPPUNIT_ASSERT(!m_bookmarks.LoadImages(std::make_unique<CBitmap>(), 0xff00ff));
-        CPPUNIT_ASSERT(m_bookmarks.LoadImages(std::move(pOwned), 0xff00ff));
-        CPPUNIT_ASSERT(m_bookmarks.GetImages().IsOwner());
+        CPPUNIT_ASSERT(m_bookmarks.LoadImages(std::move(pOwned), 0xff00ff) &&
+                       m_bookmarks.GetImages().IsOwner());
         dc.ClearRecords();
         m_bookmarks.AddBookmark(5, 9)->Draw(&dc, CRect(10, 0, 20, 10));
-        CPPUNIT_ASSERT_EQUAL(size_t(1), dc.GetRecords().size());
-        CPPUNIT_ASSERT(dc.GetRecords()[0].pBitmap == pOwnedCells);
-        CPPUNIT_ASSERT(dc.GetRecords()[0].rt == CRect(7, 0, 23, 10));
-        CPPUNIT_ASSERT(dc.GetRecords()[0].rtSource == CRect(144, 0, 160, 10));
-        CPPUNIT_ASSERT_EQUAL(COLORREF(0xff00ff), dc.GetRecords()[0].crColor);
+        CPPUNIT_ASSERT(aRecords.size() == 1 && aRecords[0].pBitmap == pOwnedCells);
+        CPPUNIT_ASSERT(aRecords[0].rt == CRect(7, 0, 23, 10) &&
+                       aRecords[0].rtSource == CRect(144, 0, 160, 10));
+        CPPUNIT_ASSERT_EQUAL(COLORREF(0xff00ff), aRecords[0].crColor);
 
         // A number the strip has no cell for draws nothing.
         pNumbered->SetNumber(11);
         pNumbered->Draw(&dc, rtMargin);
-        CPPUNIT_ASSERT_EQUAL(size_t(1), dc.GetRecords().size());
+        CPPUNIT_ASSERT_EQUAL(size_t(1), aRecords.size());
     }
 
 private:

@@ -6,10 +6,11 @@
 #include "Platform/FileOperations.h"
 #include "Platform/NativePath.h"
 
+#include <array>
 #include <cppunit/extensions/HelperMacros.h>
 #include <filesystem>
 #include <system_error>
-#include <vector>
+#include <tuple>
 
 namespace
 {
@@ -19,16 +20,12 @@ const CString TEST_FILES = u"..\\Edit\\tests\\testfiles\\";
 class CKillerOperation : public IEditOperation
 {
 public:
-    explicit CKillerOperation(int* pDestroyed = nullptr) : m_pDestroyed(pDestroyed) {}
-    ~CKillerOperation() override
-    {
-        if (m_pDestroyed)
-            ++*m_pDestroyed;
-    }
+    explicit CKillerOperation(int& nDestroyed) : m_nDestroyed(nDestroyed) {}
+    ~CKillerOperation() override { ++m_nDestroyed; }
     CString GetDescription() override { return u"Killer"; }
 
 private:
-    int* m_pDestroyed;
+    int& m_nDestroyed;
 };
 
 // Records the events as letters and checks what the store holds at each of them.
@@ -91,10 +88,12 @@ CString AllText(ITextBuffer& buffer)
     return csText;
 }
 
-void RemoveFile(const CString& csFile)
+// A new buffer holding the text.
+void Fill(CTextBuffer& buffer, const char16_t* szText)
 {
-    if (FileExists(csFile))
-        DeleteFile(csFile);
+    buffer.Create();
+    CPoint ptEnd;
+    buffer.InsertText(CPoint(0, 0), szText, ptEnd);
 }
 
 int CountTempFiles(const CString& csDir)
@@ -103,8 +102,7 @@ int CountTempFiles(const CString& csDir)
     std::error_code ec;
     for (const auto& entry :
          std::filesystem::directory_iterator(std::filesystem::path(ToNativePath(csDir)), ec))
-        if (entry.path().filename().string().rfind("TSTemp", 0) == 0)
-            ++nCount;
+        nCount += entry.path().filename().string().rfind("TSTemp", 0) == 0;
     return nCount;
 }
 } // namespace
@@ -123,7 +121,6 @@ class CTextBufferTest : public CppUnit::TestFixture, public CEmptyTextBufferEven
     CPPUNIT_TEST(IsModifiedTest);
     CPPUNIT_TEST(IsModifiedOnEmptyOperation);
     CPPUNIT_TEST(EventsTest);
-    CPPUNIT_TEST(CloseTest);
     CPPUNIT_TEST(LineMarkersTest);
     CPPUNIT_TEST_SUITE_END();
 
@@ -152,107 +149,68 @@ public:
     void LoadFromFile()
     {
         CTextBuffer buffer;
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        CPPUNIT_ASSERT(!buffer.CanRedo());
         CPPUNIT_ASSERT(!buffer.LoadFromFile(TEST_FILES + u"test222.dat"));
         CPPUNIT_ASSERT_EQUAL(0, buffer.GetLinesCount());
-
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test.dat"));
         CPPUNIT_ASSERT_EQUAL(356, buffer.GetLinesCount());
-        CPPUNIT_ASSERT(!buffer.IsModified());
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        CPPUNIT_ASSERT(!buffer.CanRedo());
-        buffer.Close();
+        CPPUNIT_ASSERT(!buffer.IsModified() && !buffer.CanUndo() && !buffer.CanRedo());
 
         int nEncoding = 0, nEol = 0;
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test3.dat", nEncoding, nEol));
-        CPPUNIT_ASSERT_EQUAL(3, buffer.GetLinesCount());
-        CPPUNIT_ASSERT(buffer.GetLine(0) == u"Simple text file");
-        CPPUNIT_ASSERT(buffer.GetLine(1) == u"with three");
-        CPPUNIT_ASSERT(buffer.GetLine(2) == u"lines");
-        CPPUNIT_ASSERT_EQUAL(0, nEncoding);
-        CPPUNIT_ASSERT_EQUAL(1, nEol);
-
-        // The colour buffer is attached: a colour follows its text when lines are inserted above.
-        ITextColorBuffer::COLOR_INFO red;
-        red.dwWord[0] = 0xFF;
-        buffer.GetTextColorBuffer()->SetTextColor(CPoint(2, 2), red);
-        CPoint ptEnd;
-        buffer.InsertText(CPoint(0, 0), u"\r\n", ptEnd);
-        CPPUNIT_ASSERT(buffer.GetTextColorBuffer()->GetTextColor(CPoint(2, 3)) == red);
-        // And so is the outlining buffer: a region follows the text too.
-        IOutlining* pBlock =
-            buffer.GetOutliningBuffer()->AddOutliningBlock(CPoint(0, 1), CPoint(3, 3), u"...", u"html");
-        CPPUNIT_ASSERT(pBlock);
-        buffer.InsertText(CPoint(0, 0), u"\r\n", ptEnd);
-        CPPUNIT_ASSERT(pBlock->GetStart() == CPoint(0, 2));
-        buffer.Close();
+        CPPUNIT_ASSERT(AllText(buffer) == u"Simple text file\r\nwith three\r\nlines");
+        CPPUNIT_ASSERT(nEncoding == 0 && nEol == 1);
+        CPPUNIT_ASSERT(buffer.GetEol() == 0 && buffer.GetCodePage() == 1252);
 
         nEncoding = 0;
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"testunicode.dat", nEncoding, nEol));
-        CPPUNIT_ASSERT_EQUAL(-2, nEncoding);
-        CPPUNIT_ASSERT_EQUAL(5, buffer.GetLinesCount());
+        CPPUNIT_ASSERT(nEncoding == -2 && buffer.GetLinesCount() == 5);
         CPPUNIT_ASSERT(buffer.GetLine(1).Left(5) == CString(u"\x0422\x0435\x043A\x0441\x0442"));
         CPPUNIT_ASSERT(buffer.GetLine(4) == u"Last line");
-        buffer.Close();
     }
 
     void SaveToFile()
     {
         const CString csSaved = TEST_FILES + u"test22.dat";
-        const CString csBak = TEST_FILES + u"test22.dat.bak";
-        RemoveFile(csSaved);
-        RemoveFile(csBak);
+        const CString csBak = csSaved + u".bak";
+        for (const CString& cs : {csSaved, csBak})
+            if (FileExists(cs))
+                DeleteFile(cs);
 
-        CTextBuffer buffer;
+        CTextBuffer buffer, saved;
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test.dat"));
-        CPPUNIT_ASSERT(!FileExists(csBak));
         CPPUNIT_ASSERT(buffer.SaveToFile(csSaved, TRUE, 0, 1));
         CPPUNIT_ASSERT(!FileExists(csBak));
-        {
-            CTextBuffer saved;
-            CPPUNIT_ASSERT(saved.LoadFromFile(csSaved));
-            CPPUNIT_ASSERT_EQUAL(buffer.GetLinesCount(), saved.GetLinesCount());
-            CPPUNIT_ASSERT(AllText(saved) == AllText(buffer));
-            saved.Close();
-        }
+        CPPUNIT_ASSERT(saved.LoadFromFile(csSaved));
+        CPPUNIT_ASSERT(saved.GetLinesCount() == 356 && AllText(saved) == AllText(buffer));
         // The second save moves the first to the backup.
         CPoint ptEnd;
         buffer.InsertText(CPoint(0, 0), u"changed", ptEnd);
         CPPUNIT_ASSERT(buffer.SaveToFile(csSaved, TRUE, 0, 1));
-        CPPUNIT_ASSERT(FileExists(csBak));
-        {
-            CTextBuffer backup;
-            CPPUNIT_ASSERT(backup.LoadFromFile(csBak));
-            CPPUNIT_ASSERT(backup.GetLine(0) == u"<?php");
-            backup.Close();
-        }
+        CPPUNIT_ASSERT(saved.LoadFromFile(csBak));
+        CPPUNIT_ASSERT(saved.GetLine(0) == u"<?php");
         CPPUNIT_ASSERT_EQUAL(0, CountTempFiles(TEST_FILES));
-        CPPUNIT_ASSERT(DeleteFile(csSaved));
-        CPPUNIT_ASSERT(DeleteFile(csBak));
+        CPPUNIT_ASSERT(DeleteFile(csSaved) && DeleteFile(csBak));
 
         // A bare name: the temporary file is made in the working directory.
         CPPUNIT_ASSERT(buffer.SaveToFile(u"1EPS2212.cpp", FALSE, 0, 1));
         CPPUNIT_ASSERT_EQUAL(0, CountTempFiles(u"."));
         CPPUNIT_ASSERT(DeleteFile(u"1EPS2212.cpp"));
-        buffer.Close();
     }
 
     void GetTextTest()
     {
         CTextBuffer buffer;
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test3.dat"));
-        CString csText;
-        buffer.GetText(CPoint(7, 0), CPoint(11, 0), csText);
-        CPPUNIT_ASSERT(csText == u"text");
-        buffer.GetText(CPoint(12, 0), CPoint(4, 1), csText);
-        CPPUNIT_ASSERT(csText == u"file\r\nwith");
-        buffer.GetText(CPoint(5, 1), CPoint(5, 2), csText);
-        CPPUNIT_ASSERT(csText == u"three\r\nlines");
-        CPPUNIT_ASSERT(AllText(buffer) == u"Simple text file\r\nwith three\r\nlines");
-        CPPUNIT_ASSERT_EQUAL(0, buffer.GetEol());
-        CPPUNIT_ASSERT_EQUAL(1252, buffer.GetCodePage());
-        buffer.Close();
+        const std::tuple<CPoint, CPoint, const char16_t*> aCases[] = {
+            {CPoint(7, 0), CPoint(11, 0), u"text"},
+            {CPoint(12, 0), CPoint(4, 1), u"file\r\nwith"},
+            {CPoint(5, 1), CPoint(5, 2), u"three\r\nlines"}};
+        for (const auto& [ptStart, ptEnd, szText] : aCases)
+        {
+            CString csText;
+            buffer.GetText(ptStart, ptEnd, csText);
+            CPPUNIT_ASSERT(csText == szText);
+        }
     }
 
     void InsertTest()
@@ -263,8 +221,7 @@ public:
         buffer.InsertText(CPoint(0, 0), u"killer", ptEnd);
         CPPUNIT_ASSERT(ptEnd == CPoint(6, 0));
         buffer.InsertText(CPoint(3, 0), u"\r\n", ptEnd);
-        CPPUNIT_ASSERT(ptEnd == CPoint(0, 1));
-        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler");
+        CPPUNIT_ASSERT(ptEnd == CPoint(0, 1) && AllText(buffer) == u"kil\r\nler");
 
         // A line of the buffer itself as the text, spread over new lines.
         buffer.InsertText(CPoint(1, 1), CString(u"\r\n") + buffer.GetLine(1), ptEnd);
@@ -277,47 +234,37 @@ public:
         CPPUNIT_ASSERT_THROW(buffer.InsertText(CPoint(0, 7), u"x", ptEnd), CInvalidArgException);
         buffer.EndOperation();
         CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nl\r\nlerer");
-        buffer.Close();
     }
 
     void DeleteTest()
     {
         CTextBuffer buffer;
-        buffer.Create();
-        CPoint ptEnd;
-        buffer.InsertText(CPoint(0, 0), u"kil\r\nler\r\nfoo", ptEnd);
+        Fill(buffer, u"kil\r\nler\r\nfoo");
         buffer.DeleteText(CPoint(1, 0), CPoint(2, 0));
         CPPUNIT_ASSERT(AllText(buffer) == u"kl\r\nler\r\nfoo");
         buffer.DeleteText(CPoint(2, 0), CPoint(1, 2));
-        CPPUNIT_ASSERT_EQUAL(1, buffer.GetLinesCount());
-        CPPUNIT_ASSERT(AllText(buffer) == u"kloo");
+        CPPUNIT_ASSERT(buffer.GetLinesCount() == 1 && AllText(buffer) == u"kloo");
         // Equal positions: nothing recorded.
         buffer.DeleteText(CPoint(1, 0), CPoint(1, 0));
         buffer.Undo();
         CPPUNIT_ASSERT(AllText(buffer) == u"kl\r\nler\r\nfoo");
-        buffer.Close();
     }
 
     void InsertUndoTest()
     {
         CTextBuffer buffer;
-        buffer.Create();
-        CPoint ptEnd;
-        buffer.InsertText(CPoint(0, 0), u"kil\r\nler", ptEnd);
-        CPPUNIT_ASSERT(buffer.CanUndo());
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        Fill(buffer, u"kil\r\nler");
+        CPPUNIT_ASSERT(buffer.CanUndo() && !buffer.CanRedo());
         CPPUNIT_ASSERT(buffer.Undo() == nullptr);
-        CPPUNIT_ASSERT(AllText(buffer).IsEmpty());
-        CPPUNIT_ASSERT_EQUAL(1, buffer.GetLinesCount());
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        CPPUNIT_ASSERT(buffer.CanRedo());
+        CPPUNIT_ASSERT(AllText(buffer).IsEmpty() && buffer.GetLinesCount() == 1);
+        CPPUNIT_ASSERT(!buffer.CanUndo() && buffer.CanRedo());
         CPPUNIT_ASSERT(buffer.Undo() == nullptr);
         buffer.Redo();
-        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler");
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler" && !buffer.CanRedo());
         CPPUNIT_ASSERT(buffer.Redo() == nullptr);
 
         // Undo and redo of several groups go back and forth through them in order.
+        CPoint ptEnd;
         buffer.InsertText(CPoint(3, 1), u"!", ptEnd);
         buffer.InsertText(CPoint(0, 0), u">", ptEnd);
         buffer.Undo();
@@ -328,12 +275,9 @@ public:
         // A new edit drops what could be redone.
         buffer.InsertText(CPoint(0, 1), u"<", ptEnd);
         CPPUNIT_ASSERT(!buffer.CanRedo());
-        buffer.Undo();
-        buffer.Undo();
-        buffer.Undo();
-        CPPUNIT_ASSERT(AllText(buffer).IsEmpty());
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        buffer.Close();
+        for (int i = 0; i < 3; ++i)
+            buffer.Undo();
+        CPPUNIT_ASSERT(AllText(buffer).IsEmpty() && !buffer.CanUndo());
     }
 
     void DeleteUndoTest()
@@ -341,63 +285,61 @@ public:
         CTextBuffer buffer;
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test3.dat"));
         buffer.DeleteText(CPoint(6, 0), CPoint(5, 2));
-        CPPUNIT_ASSERT(AllText(buffer) == u"Simple");
-        CPPUNIT_ASSERT(buffer.CanUndo());
+        CPPUNIT_ASSERT(AllText(buffer) == u"Simple" && buffer.CanUndo());
         buffer.Undo();
         CPPUNIT_ASSERT(AllText(buffer) == u"Simple text file\r\nwith three\r\nlines");
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        CPPUNIT_ASSERT(buffer.CanRedo());
+        CPPUNIT_ASSERT(!buffer.CanUndo() && buffer.CanRedo());
         buffer.Redo();
-        CPPUNIT_ASSERT(AllText(buffer) == u"Simple");
-        CPPUNIT_ASSERT(!buffer.CanRedo());
-        buffer.Close();
+        CPPUNIT_ASSERT(AllText(buffer) == u"Simple" && !buffer.CanRedo());
     }
 
     void UndoGroupTest()
     {
         CTextBuffer buffer;
-        buffer.Create();
-        CPoint ptEnd;
-        buffer.InsertText(CPoint(0, 0), u"killer", ptEnd);
-
+        Fill(buffer, u"killer");
         int nDestroyed = 0;
-        IEditOperation* pOperation = new CKillerOperation(&nDestroyed);
+        IEditOperation* pOperation = new CKillerOperation(nDestroyed);
         buffer.BeginOperation(pOperation);
+        CPoint ptEnd;
         buffer.InsertText(CPoint(3, 0), u"\r\nbig\r\n", ptEnd);
         buffer.DeleteText(CPoint(0, 0), CPoint(1, 1));
         CPPUNIT_ASSERT(AllText(buffer) == u"ig\r\nler");
-        CPPUNIT_ASSERT_EQUAL(1, buffer.EndOperation());
-        CPPUNIT_ASSERT(buffer.GetOperation() == pOperation);
+        CPPUNIT_ASSERT(buffer.EndOperation() == 1 && buffer.GetOperation() == pOperation);
 
-        IEditOperation* pUndone = buffer.Undo();
-        CPPUNIT_ASSERT(pUndone == pOperation);
-        CPPUNIT_ASSERT(pUndone->GetDescription() == u"Killer");
-        CPPUNIT_ASSERT(AllText(buffer) == u"killer");
-        CPPUNIT_ASSERT(buffer.GetOperation() == nullptr);
-        CPPUNIT_ASSERT(buffer.Redo() == pOperation);
-        CPPUNIT_ASSERT(AllText(buffer) == u"ig\r\nler");
+        CPPUNIT_ASSERT(buffer.Undo() == pOperation && pOperation->GetDescription() == u"Killer");
+        CPPUNIT_ASSERT(AllText(buffer) == u"killer" && buffer.GetOperation() == nullptr);
+        CPPUNIT_ASSERT(buffer.Redo() == pOperation && AllText(buffer) == u"ig\r\nler");
         buffer.Undo();
 
         // An empty group is dropped with its operation and leaves redo alone.
-        buffer.BeginOperation(new CKillerOperation(&nDestroyed));
-        CPPUNIT_ASSERT_EQUAL(0, buffer.EndOperation());
-        CPPUNIT_ASSERT_EQUAL(1, nDestroyed);
-        CPPUNIT_ASSERT(buffer.CanRedo());
-        CPPUNIT_ASSERT(buffer.GetOperation() == nullptr);
+        buffer.BeginOperation(new CKillerOperation(nDestroyed));
+        CPPUNIT_ASSERT(buffer.EndOperation() == 0 && nDestroyed == 1);
+        CPPUNIT_ASSERT(buffer.CanRedo() && buffer.GetOperation() == nullptr);
 
         // A new group drops the undone one, and with it its operation.
         buffer.BeginOperation(nullptr);
         buffer.InsertText(CPoint(6, 0), u"s", ptEnd);
-        CPPUNIT_ASSERT_EQUAL(1, buffer.EndOperation());
-        CPPUNIT_ASSERT_EQUAL(2, nDestroyed);
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT(buffer.EndOperation() == 1 && nDestroyed == 2 && !buffer.CanRedo());
 
-        // Close frees the rest, once.
-        buffer.BeginOperation(new CKillerOperation(&nDestroyed));
+        // Close frees the rest, once, and empties the lines.
+        buffer.BeginOperation(new CKillerOperation(nDestroyed));
         buffer.DeleteText(CPoint(0, 0), CPoint(1, 0));
         buffer.EndOperation();
         buffer.Close();
-        CPPUNIT_ASSERT_EQUAL(3, nDestroyed);
+        CPPUNIT_ASSERT(nDestroyed == 3 && buffer.GetLinesCount() == 0);
+        CPPUNIT_ASSERT(buffer.GetTextColorBuffer()->GetTextColor(CPoint(1, 0)) ==
+                       ITextColorBuffer::COLOR_INFO());
+        // The positions survive Close: the buffer claims undo, which then fails.
+        CPPUNIT_ASSERT(buffer.CanUndo() && !buffer.CanRedo() && buffer.GetOperation() == nullptr);
+        CPPUNIT_ASSERT_THROW(buffer.Undo(), CInvalidArgException);
+
+        // Reused: the colour buffer listens again, and only once.
+        ITextColorBuffer::COLOR_INFO blue;
+        blue.dwWord[2] = 7;
+        Fill(buffer, u"abc");
+        buffer.GetTextColorBuffer()->SetTextColor(CPoint(1, 0), blue);
+        buffer.InsertText(CPoint(0, 0), u"xy", ptEnd);
+        CPPUNIT_ASSERT(buffer.GetTextColorBuffer()->GetTextColor(CPoint(3, 0)) == blue);
     }
 
     void IsModifiedTest()
@@ -425,7 +367,6 @@ public:
         buffer.InsertText(CPoint(0, 0), u"y", ptEnd);
         CPPUNIT_ASSERT(!buffer.IsModified());
         CPPUNIT_ASSERT(DeleteFile(csSaved));
-        buffer.Close();
     }
 
     void IsModifiedOnEmptyOperation()
@@ -435,53 +376,33 @@ public:
         buffer.AddEventsHandler(this);
         CPoint ptEnd(9, 9);
         buffer.InsertText(CPoint(0, 0), u"", ptEnd);
-        CPPUNIT_ASSERT(ptEnd == CPoint(0, 0));
-        CPPUNIT_ASSERT(!buffer.IsModified());
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        CPPUNIT_ASSERT_EQUAL(1, m_nEndChange);
-        CPPUNIT_ASSERT_EQUAL(0, m_nBeforeInsert);
-        CPPUNIT_ASSERT_EQUAL(0, m_nAfterInsert);
-
+        CPPUNIT_ASSERT(ptEnd == CPoint(0, 0) && !buffer.IsModified() && !buffer.CanUndo());
+        CPPUNIT_ASSERT((Counts() == std::array<int, 5>{1, 0, 0, 0, 0}));
         buffer.BeginOperation(nullptr);
         buffer.DeleteText(CPoint(0, 0), CPoint(0, 0));
-        CPPUNIT_ASSERT_EQUAL(0, buffer.EndOperation());
-        CPPUNIT_ASSERT(!buffer.IsModified());
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        CPPUNIT_ASSERT_EQUAL(2, m_nEndChange);
-        CPPUNIT_ASSERT_EQUAL(0, m_nBeforeDelete);
+        CPPUNIT_ASSERT(buffer.EndOperation() == 0 && !buffer.IsModified() && !buffer.CanUndo());
+        CPPUNIT_ASSERT((Counts() == std::array<int, 5>{2, 0, 0, 0, 0}));
         buffer.RemoveEventsHandler(this);
-        buffer.Close();
     }
 
     void EventsTest()
     {
         CTextBuffer buffer;
         buffer.Create();
-        CPPUNIT_ASSERT_EQUAL(0, buffer.AddEventsHandler(this));
-        CPPUNIT_ASSERT_EQUAL(0, buffer.AddEventsHandler(this));
+        CPPUNIT_ASSERT(buffer.AddEventsHandler(this) == 0 && buffer.AddEventsHandler(this) == 0);
         CPoint ptEnd;
         buffer.InsertText(CPoint(0, 0), u"killer", ptEnd);
-        CPPUNIT_ASSERT_EQUAL(1, m_nEndChange);
-        CPPUNIT_ASSERT_EQUAL(1, m_nBeforeInsert);
-        CPPUNIT_ASSERT_EQUAL(1, m_nAfterInsert);
-        CPPUNIT_ASSERT_EQUAL(0, m_nBeforeDelete);
-        CPPUNIT_ASSERT_EQUAL(0, m_nAfterDelete);
+        CPPUNIT_ASSERT((Counts() == std::array<int, 5>{1, 1, 1, 0, 0}));
         buffer.DeleteText(CPoint(0, 0), CPoint(3, 0));
-        CPPUNIT_ASSERT_EQUAL(2, m_nEndChange);
-        CPPUNIT_ASSERT_EQUAL(1, m_nBeforeInsert);
-        CPPUNIT_ASSERT_EQUAL(1, m_nAfterInsert);
-        CPPUNIT_ASSERT_EQUAL(1, m_nBeforeDelete);
-        CPPUNIT_ASSERT_EQUAL(1, m_nAfterDelete);
-        CPPUNIT_ASSERT_EQUAL(1, buffer.RemoveEventsHandler(this));
-        CPPUNIT_ASSERT_EQUAL(0, buffer.RemoveEventsHandler(this));
+        CPPUNIT_ASSERT((Counts() == std::array<int, 5>{2, 1, 1, 1, 1}));
+        CPPUNIT_ASSERT(buffer.RemoveEventsHandler(this) == 1 && buffer.RemoveEventsHandler(this) == 0);
 
         // Order, what the store holds at each event, and the contexts handed out.
         CJournal journal;
         buffer.AddEventsHandler(&journal);
         buffer.BeginOperation(nullptr);
         buffer.InsertText(CPoint(1, 0), u"ab\r\nc", ptEnd);
-        CPPUNIT_ASSERT(journal.m_csLineBefore == u"ler");
-        CPPUNIT_ASSERT(journal.m_csLineAfter == u"cer");
+        CPPUNIT_ASSERT(journal.m_csLineBefore == u"ler" && journal.m_csLineAfter == u"cer");
         CPPUNIT_ASSERT(journal.m_bContextMatches);
         buffer.DeleteText(CPoint(0, 1), CPoint(1, 1));
         CPPUNIT_ASSERT(journal.m_csLineAfter == u"er");
@@ -492,43 +413,10 @@ public:
 
         journal.m_csEvents.Empty();
         buffer.Undo();
-        CPPUNIT_ASSERT(journal.m_csEvents == u"BiIdDE");
-        CPPUNIT_ASSERT(AllText(buffer) == u"ler");
+        CPPUNIT_ASSERT(journal.m_csEvents == u"BiIdDE" && AllText(buffer) == u"ler");
         buffer.Redo();
-        CPPUNIT_ASSERT(journal.m_csEvents == u"BiIdDEBiIdDE");
-        CPPUNIT_ASSERT(AllText(buffer) == u"lab\r\ner");
+        CPPUNIT_ASSERT(journal.m_csEvents == u"BiIdDEBiIdDE" && AllText(buffer) == u"lab\r\ner");
         buffer.RemoveEventsHandler(&journal);
-        buffer.Close();
-    }
-
-    void CloseTest()
-    {
-        CTextBuffer buffer;
-        buffer.Create();
-        CPoint ptEnd;
-        buffer.InsertText(CPoint(0, 0), u"one", ptEnd);
-        buffer.InsertText(CPoint(3, 0), u"two", ptEnd);
-        ITextColorBuffer::COLOR_INFO blue;
-        blue.dwWord[2] = 7;
-        buffer.GetTextColorBuffer()->SetTextColor(CPoint(1, 0), blue);
-        buffer.Close();
-        CPPUNIT_ASSERT_EQUAL(0, buffer.GetLinesCount());
-        CPPUNIT_ASSERT(buffer.GetTextColorBuffer()->GetTextColor(CPoint(1, 0)) ==
-                       ITextColorBuffer::COLOR_INFO());
-
-        // The positions survive Close: the buffer claims undo, which then fails; reused, it copes.
-        CPPUNIT_ASSERT(buffer.CanUndo());
-        CPPUNIT_ASSERT(!buffer.CanRedo());
-        CPPUNIT_ASSERT(buffer.GetOperation() == nullptr);
-        CPPUNIT_ASSERT_THROW(buffer.Undo(), CInvalidArgException);
-
-        // Reused: the colour buffer listens again, and only once.
-        buffer.Create();
-        buffer.InsertText(CPoint(0, 0), u"abc", ptEnd);
-        buffer.GetTextColorBuffer()->SetTextColor(CPoint(1, 0), blue);
-        buffer.InsertText(CPoint(0, 0), u"xy", ptEnd);
-        CPPUNIT_ASSERT(buffer.GetTextColorBuffer()->GetTextColor(CPoint(3, 0)) == blue);
-        buffer.Close();
     }
 
     void LineMarkersTest()
@@ -543,14 +431,12 @@ public:
         CArray<ILinesMarkers*, ILinesMarkers*> aMarkers;
         aMarkers.Add(nullptr);
         buffer.GetLinesMarkers(aMarkers);
-        CPPUNIT_ASSERT_EQUAL(2, aMarkers.GetSize());
-        CPPUNIT_ASSERT(aMarkers[0] == pFirst);
+        CPPUNIT_ASSERT(aMarkers.GetSize() == 2 && aMarkers[0] == pFirst);
         buffer.RemoveLinesMarkers(&second);
         buffer.RemoveLinesMarkers(&second);
         buffer.AddLinesMarkers(&second);
         buffer.GetLinesMarkers(aMarkers);
-        CPPUNIT_ASSERT_EQUAL(2, aMarkers.GetSize());
-        CPPUNIT_ASSERT(aMarkers[1] == &second);
+        CPPUNIT_ASSERT(aMarkers.GetSize() == 2 && aMarkers[1] == &second);
         // The first source is destroyed, the later ones only forgotten.
         buffer.DeleteLinesMarkers();
         CPPUNIT_ASSERT_EQUAL(1, nDestroyed);
@@ -560,6 +446,11 @@ public:
     }
 
 private:
+    std::array<int, 5> Counts() const
+    {
+        return {m_nEndChange, m_nBeforeInsert, m_nAfterInsert, m_nBeforeDelete, m_nAfterDelete};
+    }
+
     int m_nEndChange = 0;
     int m_nBeforeInsert = 0;
     int m_nAfterInsert = 0;

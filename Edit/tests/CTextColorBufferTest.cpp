@@ -147,8 +147,7 @@ public:
 
         // A delete that joins lines joins their records.
         lines.DeleteText(CPoint(4, 0), CPoint(1, 2));
-        CPPUNIT_ASSERT(InStep(lines));
-        CPPUNIT_ASSERT(lines.GetLine(0) == u"abc17def");
+        CPPUNIT_ASSERT(InStep(lines) && lines.GetLine(0) == u"abc17def");
         CPPUNIT_ASSERT((Row(pLineColors, lines, 0) == std::vector<DWORD>{1, 1, 1, 1, 1, 1, 3, 2}));
         lines.DeleteText(CPoint(1, 0), CPoint(3, 0));
         CPPUNIT_ASSERT((Row(pLineColors, lines, 0) == std::vector<DWORD>{1, 1, 1, 1, 3, 2}));
@@ -168,15 +167,12 @@ public:
         lines.Redo();
         CPPUNIT_ASSERT(InStep(lines));
         CPPUNIT_ASSERT_EQUAL(3, lines.GetLinesCount());
-        lines.Close();
-        buffer.Close();
     }
 
     void AttachDetachTest()
     {
         CTextColorBuffer colors;
-        CPPUNIT_ASSERT(!colors.IsAttached());
-        CPPUNIT_ASSERT(colors.GetTextColor(CPoint(3, 3)) == COLOR_INFO{});
+        CPPUNIT_ASSERT(!colors.IsAttached() && colors.GetTextColor(CPoint(3, 3)) == COLOR_INFO{});
 
         // Attached late, the records are sized to the lines there are, all zero.
         CTextBuffer buffer;
@@ -191,11 +187,9 @@ public:
 
         // Detach forgets the buffer without unregistering; edits still heard change nothing.
         colors.Detach();
-        CPPUNIT_ASSERT(!colors.IsAttached());
         Insert(buffer, CPoint(0, 0), u"\r\n");
-        CPPUNIT_ASSERT(colors.IsEmpty());
+        CPPUNIT_ASSERT(!colors.IsAttached() && colors.IsEmpty());
         CPPUNIT_ASSERT_EQUAL(1, buffer.RemoveEventsHandler(&colors));
-        buffer.Close();
     }
 };
 
