@@ -8,9 +8,7 @@
 #include <system_error>
 #include <vector>
 
-CShellManager::CShellManager(const CString& csDesktopFolder) : m_csDesktopFolder(csDesktopFolder)
-{
-}
+CShellManager::CShellManager(const CString& csDesktopFolder) : m_csDesktopFolder(csDesktopFolder) {}
 
 CSHItem CShellManager::GetDesktopItem() const
 {
@@ -45,10 +43,12 @@ BOOL CShellManager::EnumObjects(const CString& csFolder, DWORD grfFlags, CSHItem
     }
     if (ec)
         return FALSE;
-    std::sort(aNames.begin(), aNames.end(), [](const CString& a, const CString& b) {
-        const int nOrder = a.CompareNoCase(b.Str());
-        return nOrder != 0 ? nOrder < 0 : a < b;
-    });
+    std::sort(aNames.begin(), aNames.end(),
+              [](const CString& a, const CString& b)
+              {
+                  const int nOrder = a.CompareNoCase(b.Str());
+                  return nOrder != 0 ? nOrder < 0 : a < b;
+              });
 
     CString csPrefix = csFolder;
     if (!csPrefix.IsEmpty() && csPrefix.Right(1) != u"/" && csPrefix.Right(1) != u"\\")

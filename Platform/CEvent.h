@@ -33,8 +33,8 @@ public:
     [[nodiscard]] int GetWaitHandle() const noexcept { return m_hEvent; }
 
 private:
-    mutable std::mutex m_mutex;       // guards m_bSet and the handle's counter
-    std::condition_variable m_cvSet;  // wakes Wait
-    bool m_bSet = false;              // the state
-    int m_hEvent = -1;                // eventfd that mirrors the state, or -1
+    mutable std::mutex m_mutex;      // guards m_bSet and the handle's counter
+    std::condition_variable m_cvSet; // wakes Wait
+    bool m_bSet = false;             // the state
+    int m_hEvent = -1;               // eventfd that mirrors the state, or -1
 };

@@ -35,9 +35,7 @@ std::string Unescape(std::string_view szField)
 }
 } // namespace
 
-CMountTable::CMountTable(const CString& csFile) : m_csFile(csFile)
-{
-}
+CMountTable::CMountTable(const CString& csFile) : m_csFile(csFile) {}
 
 CMountTable::~CMountTable()
 {

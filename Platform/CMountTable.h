@@ -45,6 +45,6 @@ public:
     DWORD WaitForChange(DWORD dwMilliseconds, CEvent* pStop);
 
 private:
-    CString m_csFile;   // the table's file
-    int m_hWatch = -1;  // the table opened for polling, or -1 before the first wait
+    CString m_csFile;  // the table's file
+    int m_hWatch = -1; // the table opened for polling, or -1 before the first wait
 };

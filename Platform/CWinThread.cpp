@@ -31,10 +31,12 @@ BOOL CWinThread::CreateThread()
     try
     {
         g_nRunning.fetch_add(1);
-        m_thread = std::thread([pKeep = std::move(pSelf)]() mutable {
-            std::shared_ptr<CWinThread> pThis = std::move(pKeep);
-            pThis->ThreadMain();
-        });
+        m_thread = std::thread(
+            [pKeep = std::move(pSelf)]() mutable
+            {
+                std::shared_ptr<CWinThread> pThis = std::move(pKeep);
+                pThis->ThreadMain();
+            });
     }
     catch (const std::system_error&)
     {

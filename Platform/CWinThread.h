@@ -58,11 +58,11 @@ protected:
 private:
     void ThreadMain() noexcept;
 
-    std::thread m_thread;                 // the system thread
-    mutable std::mutex m_mutex;           // guards everything below
-    std::condition_variable m_cvChange;   // a message came or the thread ended
-    std::deque<SMessage> m_aMessages;     // messages not yet taken
-    std::thread::id m_idThread;           // id of the running thread
-    bool m_bStarted = false;              // CreateThread succeeded
-    bool m_bEnded = false;                // Run has returned
+    std::thread m_thread;               // the system thread
+    mutable std::mutex m_mutex;         // guards everything below
+    std::condition_variable m_cvChange; // a message came or the thread ended
+    std::deque<SMessage> m_aMessages;   // messages not yet taken
+    std::thread::id m_idThread;         // id of the running thread
+    bool m_bStarted = false;            // CreateThread succeeded
+    bool m_bEnded = false;              // Run has returned
 };

@@ -9,10 +9,10 @@
 // What SHGetFileInfoW fills; the flags say which fields.
 struct SHFILEINFOW
 {
-    int iIcon = -1;          // index in the system image list (SHGFI_SYSICONINDEX)
-    DWORD dwAttributes = 0;  // SFGAO_ bits (SHGFI_ATTRIBUTES)
-    CString szDisplayName;   // the name to show (SHGFI_DISPLAYNAME)
-    CString szTypeName;      // the description of the type, such as "plain text document" (SHGFI_TYPENAME)
+    int iIcon = -1;         // index in the system image list (SHGFI_SYSICONINDEX)
+    DWORD dwAttributes = 0; // SFGAO_ bits (SHGFI_ATTRIBUTES)
+    CString szDisplayName;  // the name to show (SHGFI_DISPLAYNAME)
+    CString szTypeName;     // the description of the type, such as "plain text document" (SHGFI_TYPENAME)
 };
 
 // Flags of SHGetFileInfoW. SHGFI_PIDL is accepted and changes nothing: items are named by path.

@@ -104,7 +104,8 @@ public:
             const char* szName;
             BOOL bDir;
             BOOL bHasSub;
-        } aCases[] = {{"readme.txt", 0, 0}, {"Sub", 1, 1}, {"Empty", 1, 0}, {"HiddenOnly", 1, 1}, {"link", 1, 1}};
+        } aCases[] = {
+            {"readme.txt", 0, 0}, {"Sub", 1, 1}, {"Empty", 1, 0}, {"HiddenOnly", 1, 1}, {"link", 1, 1}};
         for (const auto& c : aCases)
         {
             CSHItem item = MakeItem(root / c.szName);
@@ -116,7 +117,8 @@ public:
         }
 
         // Types and icons tell files from folders; an icon is fetched once and stays.
-        CSHItem text = MakeItem(root / "readme.txt"), sub = MakeItem(root / "Sub"), empty = MakeItem(root / "Empty");
+        CSHItem text = MakeItem(root / "readme.txt"), sub = MakeItem(root / "Sub"),
+                empty = MakeItem(root / "Empty");
         for (CSHItem* pItem : {&text, &sub, &empty})
             pItem->GetAllInfo();
         CPPUNIT_ASSERT(text.GetItemType() != sub.GetItemType() && sub.GetItemType() == empty.GetItemType());
@@ -127,7 +129,8 @@ public:
 
         // A copy shares the paths and keeps what was fetched.
         const CSHItem copy = sub;
-        CPPUNIT_ASSERT(copy.GetPidlFQ() == sub.GetPidlFQ() && copy.GetParentFolder() == sub.GetParentFolder());
+        CPPUNIT_ASSERT(copy.GetPidlFQ() == sub.GetPidlFQ() &&
+                       copy.GetParentFolder() == sub.GetParentFolder());
         CPPUNIT_ASSERT(copy.GetIconProtected() == nIcon && copy.GetItemName() == u"Sub");
 
         // Renaming needs a writable parent; the root of the file system can't be renamed.
@@ -158,8 +161,9 @@ public:
             const char16_t* szName;
             BOOL bDir;
             int nFound;
-        } aCases[] = {{u"README", FALSE, 1}, {u"readme", TRUE, 2}, {u"other.TXT", FALSE, 3},
-                      {u"other.txt", TRUE, -1}, {u"", FALSE, 0}, {u"", TRUE, -1}, {u"read", FALSE, -1}};
+        } aCases[] = {{u"README", FALSE, 1},    {u"readme", TRUE, 2}, {u"other.TXT", FALSE, 3},
+                      {u"other.txt", TRUE, -1}, {u"", FALSE, 0},      {u"", TRUE, -1},
+                      {u"read", FALSE, -1}};
         for (const auto& c : aCases)
             CPPUNIT_ASSERT_EQUAL(c.nFound, aItems.FindByFileNameAndDirAttribute(c.szName, c.bDir));
 

@@ -3,7 +3,8 @@
 #include "LFSTool/Components/FileWatcher1/CFileWatcher.h"
 #include "Platform/CMountTable.h"
 
-CDriveWatcherThread::CDriveWatcherThread(const std::weak_ptr<CFileWatcher>& pOwner, const CString& csMountTable)
+CDriveWatcherThread::CDriveWatcherThread(const std::weak_ptr<CFileWatcher>& pOwner,
+                                         const CString& csMountTable)
     : m_pOwner(pOwner), m_csMountTable(csMountTable)
 {
 }

@@ -24,5 +24,5 @@ protected:
 
 private:
     std::weak_ptr<CFileWatcher> m_pOwner; // the file watcher that gets the mounts
-    CString m_csMountTable;              // the table's file
+    CString m_csMountTable;               // the table's file
 };

@@ -232,27 +232,32 @@ void CFileWatcher::WatchFolders()
         if (aNotes.empty())
             continue;
 
-        // A burst repeats the same few watches: each distinct finding is handled once.
-        std::set<std::pair<int, CFolderNotifier::ACTION>> aFound;
+        // A burst repeats the same few watches: each folder is reported once per reading.
+        std::set<int> aChanged, aGone;
+        bool bOverflow = false;
         for (const CFolderNotifier::SNotification& note : aNotes)
-            aFound.insert({note.nWatch, note.nAction});
-        std::vector<CString> aChanged;
-        for (const auto& [nWatch, nAction] : aFound)
-            for (auto& [strKey, watch] : aWatches)
+        {
+            if (note.nAction == CFolderNotifier::FN_OVERFLOW)
+                bOverflow = true;
+            else
+                (note.nAction == CFolderNotifier::FN_GONE ? aGone : aChanged).insert(note.nWatch);
+        }
+        for (auto& [strKey, watch] : aWatches)
+        {
+            if (watch.nWatch < 0)
+                continue;
+            const bool bGone = aGone.count(watch.nWatch) != 0;
+            if (!bGone && !bOverflow && aChanged.count(watch.nWatch) == 0)
+                continue;
+            m_pHandlerThread->QueueEvent(CWatcherHandlerThread::SEvent::FOLDER_CHANGED, watch.csFolder);
+            if (bGone)
             {
-                if (watch.nWatch < 0 || (nAction != CFolderNotifier::FN_OVERFLOW && watch.nWatch != nWatch))
-                    continue;
-                aChanged.push_back(watch.csFolder);
-                if (nAction == CFolderNotifier::FN_GONE)
-                {
-                    // The folder may come back; the next sync tries to watch it again.
-                    notifier.RemoveFolder(watch.nWatch);
-                    watch.nWatch = -1;
-                    watch.bLost = true;
-                }
+                // The folder may come back; the next sync tries to watch it again.
+                notifier.RemoveFolder(watch.nWatch);
+                watch.nWatch = -1;
+                watch.bLost = true;
             }
-        for (const CString& csFolder : aChanged)
-            m_pHandlerThread->QueueEvent(CWatcherHandlerThread::SEvent::FOLDER_CHANGED, csFolder);
+        }
     }
 }
 

@@ -75,9 +75,9 @@ private:
     // The state of one entry of the watch list on the watcher thread.
     struct SWatch
     {
-        int nWatch = -1;     // the notifier's watch, -1 while the folder can't be watched
-        CString csFolder;    // the folder as found on disk
-        bool bLost = false;  // the folder went away after it was watched
+        int nWatch = -1;    // the notifier's watch, -1 while the folder can't be watched
+        CString csFolder;   // the folder as found on disk
+        bool bLost = false; // the folder went away after it was watched
     };
     using CWatches = std::map<std::u16string, SWatch>;
 
@@ -86,20 +86,20 @@ private:
     // Brings the notifier's watches in line with the watch list.
     void SyncWatches(CFolderNotifier& notifier, CWatches& aWatches);
 
-    CArray<ILocalFileSystem::DRIVE_STATE> m_aDriveStates;        // last known state of each drive
-    CStringArray m_aDrives;                                        // the mount point of each drive
-    std::shared_ptr<CWatcherThread> m_pWatcherThread;              // follows the listed folders
-    CArray<std::shared_ptr<CDriveWatcherThread>> m_aDriveThreads;  // follow the mounts
-    CCriticalSection m_csStop;                                     // guards the stop state
-    CEvent m_evStop;                                               // set by Stop
-    BOOL m_bStop = 0;                                              // set by Stop
-    CHashTable m_htWatchList;                                      // lower-case folder paths, empty values
-    CCriticalSection m_csLock;                                     // guards the watch and handler lists
-    CEventHandlers m_aHandlers;                                    // ISystemWatcherEvents, not owned
+    CArray<ILocalFileSystem::DRIVE_STATE> m_aDriveStates;         // last known state of each drive
+    CStringArray m_aDrives;                                       // the mount point of each drive
+    std::shared_ptr<CWatcherThread> m_pWatcherThread;             // follows the listed folders
+    CArray<std::shared_ptr<CDriveWatcherThread>> m_aDriveThreads; // follow the mounts
+    CCriticalSection m_csStop;                                    // guards the stop state
+    CEvent m_evStop;                                              // set by Stop
+    BOOL m_bStop = 0;                                             // set by Stop
+    CHashTable m_htWatchList;                                     // lower-case folder paths, empty values
+    CCriticalSection m_csLock;                                    // guards the watch and handler lists
+    CEventHandlers m_aHandlers;                                   // ISystemWatcherEvents, not owned
 
-    CEvent m_evListChanged;                                   // wakes the watcher thread after a list change
-    std::mutex m_mutexDelivery;                               // held while an event is delivered
-    std::atomic<bool> m_bDeliveryClosed{false};               // no more deliveries
-    std::shared_ptr<CWatcherHandlerThread> m_pHandlerThread;  // gets the findings
-    CString m_csMountTable;                                   // the table the drive thread reads
+    CEvent m_evListChanged;                                  // wakes the watcher thread after a list change
+    std::mutex m_mutexDelivery;                              // held while an event is delivered
+    std::atomic<bool> m_bDeliveryClosed{false};              // no more deliveries
+    std::shared_ptr<CWatcherHandlerThread> m_pHandlerThread; // gets the findings
+    CString m_csMountTable;                                  // the table the drive thread reads
 };

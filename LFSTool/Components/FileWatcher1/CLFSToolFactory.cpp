@@ -1,7 +1,7 @@
 #include "CLFSToolFactory.h"
 
-std::unique_ptr<CSystemWatcher> CLFSToolFactory::CreateSystemWatcher(
-    IEventsSender<IApplicationEvents>* pApplication)
+std::unique_ptr<CSystemWatcher>
+CLFSToolFactory::CreateSystemWatcher(IEventsSender<IApplicationEvents>* pApplication)
 {
     auto pWatcher = std::make_unique<CSystemWatcher>();
     if (!pWatcher->Start())

@@ -10,5 +10,6 @@ class CLFSToolFactory
 public:
     // A system watcher, started and listening to pApplication (if given) so that it stops when the
     // application ends; null if its threads could not be started.
-    static std::unique_ptr<CSystemWatcher> CreateSystemWatcher(IEventsSender<IApplicationEvents>* pApplication);
+    static std::unique_ptr<CSystemWatcher>
+    CreateSystemWatcher(IEventsSender<IApplicationEvents>* pApplication);
 };

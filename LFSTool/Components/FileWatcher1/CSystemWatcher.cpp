@@ -6,9 +6,7 @@
 #include "Platform/CMountTable.h"
 #include "Platform/MessageBox.h"
 
-CSystemWatcher::CSystemWatcher(DWORD dwWaitMilliseconds) : m_dwWaitMilliseconds(dwWaitMilliseconds)
-{
-}
+CSystemWatcher::CSystemWatcher(DWORD dwWaitMilliseconds) : m_dwWaitMilliseconds(dwWaitMilliseconds) {}
 
 CSystemWatcher::~CSystemWatcher()
 {

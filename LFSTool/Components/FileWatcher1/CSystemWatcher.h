@@ -52,10 +52,10 @@ private:
     // True on the handler thread, where waiting for that thread would wait for itself.
     [[nodiscard]] bool IsOnHandlerThread() const;
 
-    mutable std::mutex m_mutex;                              // guards the members below
-    std::shared_ptr<CFileWatcher> m_pFileWatcher;            // does the work; null until started
-    std::shared_ptr<CWatcherHandlerThread> m_pHandlerThread; // delivers events; null until started
-    bool m_bStopping = false;                                // a shutdown is under way
+    mutable std::mutex m_mutex;                                  // guards the members below
+    std::shared_ptr<CFileWatcher> m_pFileWatcher;                // does the work; null until started
+    std::shared_ptr<CWatcherHandlerThread> m_pHandlerThread;     // delivers events; null until started
+    bool m_bStopping = false;                                    // a shutdown is under way
     IEventsSender<IApplicationEvents>* m_pApplication = nullptr; // where the watcher listens, not owned
-    DWORD m_dwWaitMilliseconds;                              // bound of each shutdown wait
+    DWORD m_dwWaitMilliseconds;                                  // bound of each shutdown wait
 };

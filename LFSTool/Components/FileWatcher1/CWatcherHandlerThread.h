@@ -46,8 +46,8 @@ protected:
     BOOL OnThreadMessage(const SMessage& msg) override;
 
 private:
-    std::mutex m_mutex;                                // guards the members below
-    std::weak_ptr<CFileWatcher> m_pSource;             // where the handler list is
-    std::deque<SEvent> m_aEvents;                      // events not yet delivered
+    std::mutex m_mutex;                                   // guards the members below
+    std::weak_ptr<CFileWatcher> m_pSource;                // where the handler list is
+    std::deque<SEvent> m_aEvents;                         // events not yet delivered
     std::unordered_set<std::u16string> m_aWaitingFolders; // folders with a change among m_aEvents
 };

@@ -1,9 +1,9 @@
 // The system watcher: the start and its errors, the watch list, real changes of folders and drives
 // reaching a handler, and the shutdown within its bounds, also under a flood and with a stuck thread.
+#include "LFSTool/Components/FileWatcher1/CSystemWatcher.h"
 #include "Common_h/CCommonException.h"
 #include "Common_h/CEventHandlers.h"
 #include "LFSTool/Components/FileWatcher1/CEmptySystemWatcherEvents.h"
-#include "LFSTool/Components/FileWatcher1/CSystemWatcher.h"
 #include "Platform/CWinThread.h"
 #include "Platform/MessageBox.h"
 
@@ -133,7 +133,10 @@ class CApplication : public IEventsSender<IApplicationEvents>
 {
 public:
     int AddEventsHandler(IApplicationEvents* pHandler) override { return m_aHandlers.AddHandler(pHandler); }
-    int RemoveEventsHandler(IApplicationEvents* pHandler) override { return m_aHandlers.RemoveHandler(pHandler); }
+    int RemoveEventsHandler(IApplicationEvents* pHandler) override
+    {
+        return m_aHandlers.RemoveHandler(pHandler);
+    }
     void Exit()
     {
         m_aHandlers.Send<IApplicationEvents>([](IApplicationEvents* p) { p->OnApplicationExit(); });
@@ -175,7 +178,8 @@ public:
         CSystemWatcher watcher;
         CRecordingHandler handler;
         CPPUNIT_ASSERT_EQUAL(0, watcher.RemoveEventsHandler(&handler));
-        const auto CheckRaises = [&] {
+        const auto CheckRaises = [&]
+        {
             try
             {
                 watcher.AddEventsHandler(&handler);
@@ -233,7 +237,8 @@ public:
         watcher.AddWatch(csUpper.MakeUpper());
         watcher.AddWatch(ToCString(temp / "Missing"));
         int nFile = 0;
-        const auto Poke = [&] {
+        const auto Poke = [&]
+        {
             const std::string szName = "f" + std::to_string(nFile++);
             Touch(temp.m_path / "Watched" / szName);
             Touch(temp.m_path / "Other" / szName);
@@ -291,15 +296,17 @@ public:
 
         // 10,000 files are made while the watcher reports them and is shut down in the midst of it.
         handler.Clear();
-        std::thread burst([&] {
-            for (int i = 0; i < 10000; ++i)
+        std::thread burst(
+            [&]
             {
-                const std::string szPath = (pathBurst / ("b" + std::to_string(i))).string();
-                const int hFile = ::open(szPath.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
-                if (hFile >= 0)
-                    ::close(hFile);
-            }
-        });
+                for (int i = 0; i < 10000; ++i)
+                {
+                    const std::string szPath = (pathBurst / ("b" + std::to_string(i))).string();
+                    const int hFile = ::open(szPath.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+                    if (hFile >= 0)
+                        ::close(hFile);
+                }
+            });
         const bool bReported = handler.WaitFor(csEvent, 5);
         const long long nMilliseconds = TimeExit(watcher);
         burst.join();
@@ -314,7 +321,8 @@ public:
         CTempFolder temp;
         const fs::path pathTable = temp / "mounts";
         // The table is replaced in one step, as the system's changes.
-        const auto WriteTable = [&](bool bStick) {
+        const auto WriteTable = [&](bool bStick)
+        {
             std::ofstream(temp / "mounts.new")
                 << "proc /proc proc rw 0 0\n/dev/sda1 / ext4 rw 0 0\nserver:/home /home nfs4 rw 0 0\n"
                 << (bStick ? "/dev/sdz1 /media/usb\\040stick vfat rw 0 0\n" : "");
@@ -329,7 +337,8 @@ public:
         // does not depend on when the first reading happens.
         bool bStick = false;
         int nPokes = 0;
-        const auto Toggle = [&] {
+        const auto Toggle = [&]
+        {
             if (nPokes++ % 15 == 0)
                 WriteTable(bStick = !bStick);
         };
