@@ -168,7 +168,7 @@ BOOL SHGetFileInfoW(const CString& csPath, SHFILEINFOW* psfi, UINT uFlags)
     }
     if (uFlags & (SHGFI_TYPENAME | SHGFI_SYSICONINDEX))
     {
-        const CContentTypeScope scope;
+        [[maybe_unused]] const CContentTypeScope scope;
         CGString pType = GuessContentType(szPath, st);
         if (uFlags & SHGFI_TYPENAME)
         {
