@@ -5,8 +5,12 @@
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <fstream>
 #include <memory>
 #include <new>
+#include <string>
 
 BOOL CBitmap::CreateBitmap(int nWidth, int nHeight)
 {
@@ -27,40 +31,103 @@ BOOL CBitmap::CreateBitmap(int nWidth, int nHeight)
     return TRUE;
 }
 
+namespace
+{
+// Largest image file LoadFromFile reads.
+constexpr std::size_t MAX_FILE_BYTES = 64u << 20;
+
+std::uint32_t ReadLE32(const std::string& szData, std::size_t nOffset)
+{
+    return static_cast<std::uint32_t>(static_cast<unsigned char>(szData[nOffset])) |
+           static_cast<std::uint32_t>(static_cast<unsigned char>(szData[nOffset + 1])) << 8 |
+           static_cast<std::uint32_t>(static_cast<unsigned char>(szData[nOffset + 2])) << 16 |
+           static_cast<std::uint32_t>(static_cast<unsigned char>(szData[nOffset + 3])) << 24;
+}
+
+std::uint32_t ReadBE32(const std::string& szData, std::size_t nOffset)
+{
+    return static_cast<std::uint32_t>(static_cast<unsigned char>(szData[nOffset])) << 24 |
+           static_cast<std::uint32_t>(static_cast<unsigned char>(szData[nOffset + 1])) << 16 |
+           static_cast<std::uint32_t>(static_cast<unsigned char>(szData[nOffset + 2])) << 8 |
+           static_cast<std::uint32_t>(static_cast<unsigned char>(szData[nOffset + 3]));
+}
+
+// The loader type and the size that the header of a BMP or PNG file gives; null for anything else.
+const char* ImageHeader(const std::string& szData, long long& nWidth, long long& nHeight)
+{
+    if (szData.size() >= 24 && szData.compare(0, 8, "\x89PNG\r\n\x1a\n") == 0 &&
+        szData.compare(12, 4, "IHDR") == 0)
+    {
+        nWidth = ReadBE32(szData, 16);
+        nHeight = ReadBE32(szData, 20);
+        return "png";
+    }
+    if (szData.size() >= 26 && szData.compare(0, 2, "BM") == 0)
+    {
+        if (ReadLE32(szData, 14) == 12)
+        {
+            nWidth = ReadLE32(szData, 18) & 0xFFFF;
+            nHeight = ReadLE32(szData, 18) >> 16;
+        }
+        else
+        {
+            nWidth = static_cast<std::int32_t>(ReadLE32(szData, 18));
+            nHeight = std::llabs(static_cast<std::int32_t>(ReadLE32(szData, 22)));
+        }
+        return "bmp";
+    }
+    return nullptr;
+}
+} // namespace
+
 BOOL CBitmap::LoadFromFile(const CString& csFileName)
 {
     DeleteObject();
-    const std::string szPath = ToNativePath(csFileName);
-    // The size is asked first, so that a file claiming a huge picture is refused before decoding.
-    int nWidth = 0;
-    int nHeight = 0;
-    if (!gdk_pixbuf_get_file_info(szPath.c_str(), &nWidth, &nHeight) || !CreateBitmap(nWidth, nHeight))
+    std::string szData;
+    {
+        std::ifstream file(ToNativePath(csFileName), std::ios::binary);
+        if (!file)
+            return FALSE;
+        char szBuffer[65536];
+        while (file.read(szBuffer, sizeof(szBuffer)) || file.gcount() > 0)
+        {
+            szData.append(szBuffer, static_cast<std::size_t>(file.gcount()));
+            if (szData.size() > MAX_FILE_BYTES)
+                return FALSE;
+        }
+    }
+    // The size comes from the header, so that a file claiming a huge picture is refused before
+    // decoding; the loader is chosen by the header too, never by guessing.
+    long long nWidth = 0;
+    long long nHeight = 0;
+    const char* szType = ImageHeader(szData, nWidth, nHeight);
+    if (!szType || nWidth > MAX_SIDE || nHeight > MAX_SIDE ||
+        !CreateBitmap(static_cast<int>(nWidth), static_cast<int>(nHeight)))
         return FALSE;
-    GError* pError = nullptr;
-    std::unique_ptr<GdkPixbuf, decltype(&g_object_unref)> pPixbuf(
-        gdk_pixbuf_new_from_file(szPath.c_str(), &pError), &g_object_unref);
-    if (pError)
-        g_error_free(pError);
-    if (!pPixbuf || gdk_pixbuf_get_colorspace(pPixbuf.get()) != GDK_COLORSPACE_RGB ||
-        gdk_pixbuf_get_bits_per_sample(pPixbuf.get()) != 8 || gdk_pixbuf_get_width(pPixbuf.get()) != nWidth ||
-        gdk_pixbuf_get_height(pPixbuf.get()) != nHeight)
+    std::unique_ptr<GdkPixbufLoader, decltype(&g_object_unref)> pLoader(
+        gdk_pixbuf_loader_new_with_type(szType, nullptr), &g_object_unref);
+    bool bLoaded =
+        pLoader && gdk_pixbuf_loader_write(pLoader.get(), reinterpret_cast<const guchar*>(szData.data()),
+                                           szData.size(), nullptr);
+    // Closing is needed in any case; a loader that failed reports it again here.
+    bLoaded = pLoader && gdk_pixbuf_loader_close(pLoader.get(), nullptr) && bLoaded;
+    GdkPixbuf* pPixbuf = bLoaded ? gdk_pixbuf_loader_get_pixbuf(pLoader.get()) : nullptr;
+    if (!pPixbuf || gdk_pixbuf_get_colorspace(pPixbuf) != GDK_COLORSPACE_RGB ||
+        gdk_pixbuf_get_bits_per_sample(pPixbuf) != 8 || gdk_pixbuf_get_width(pPixbuf) != m_nWidth ||
+        gdk_pixbuf_get_height(pPixbuf) != m_nHeight ||
+        gdk_pixbuf_get_n_channels(pPixbuf) < (gdk_pixbuf_get_has_alpha(pPixbuf) ? 4 : 3))
     {
         DeleteObject();
         return FALSE;
     }
-    const int nChannels = gdk_pixbuf_get_n_channels(pPixbuf.get());
-    const bool bAlpha = gdk_pixbuf_get_has_alpha(pPixbuf.get());
-    const int nRowStride = gdk_pixbuf_get_rowstride(pPixbuf.get());
-    const guchar* pRows = gdk_pixbuf_read_pixels(pPixbuf.get());
-    if (nChannels < (bAlpha ? 4 : 3))
-    {
-        DeleteObject();
-        return FALSE;
-    }
-    for (int y = 0; y < nHeight; ++y)
+    const int nChannels = gdk_pixbuf_get_n_channels(pPixbuf);
+    const bool bAlpha = gdk_pixbuf_get_has_alpha(pPixbuf);
+    const int nRowStride = gdk_pixbuf_get_rowstride(pPixbuf);
+    const guchar* pRows = gdk_pixbuf_read_pixels(pPixbuf);
+    for (int y = 0; y < m_nHeight; ++y)
     {
         const guchar* pPixel = pRows + static_cast<std::ptrdiff_t>(y) * nRowStride;
-        for (int x = 0; x < nWidth; ++x, pPixel += nChannels)
+        for (int x = 0; x < m_nWidth; ++x, pPixel += nChannels)
         {
             const DWORD dwAlpha = bAlpha ? pPixel[3] : 0xFFu;
             SetPixelARGB(x, y,
