@@ -1,5 +1,7 @@
 #include "CFont.h"
 
+#include "CLibraryCacheScope.h"
+
 #include <fontconfig/fontconfig.h>
 
 #include <algorithm>
@@ -72,6 +74,8 @@ CString CFont::GetResolvedFaceName() const
 {
     if (!m_bCreated)
         return CString();
+    // fontconfig loads its configuration and font list on first use and keeps them.
+    const CLibraryCacheScope scope;
     FcPattern* pPattern = FcPatternCreate();
     if (!pPattern)
         return CString();

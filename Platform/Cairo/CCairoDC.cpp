@@ -1,5 +1,6 @@
 #include "CCairoDC.h"
 
+#include "Platform/CLibraryCacheScope.h"
 #include "Platform/NativePath.h"
 
 #include <cairo.h>
@@ -51,6 +52,8 @@ PangoFontDescription* DescribeFont(const CFont& font)
 CCairoDC::CCairoDC(int nWidth, int nHeight)
     : m_nWidth(std::max(0, nWidth)), m_nHeight(std::max(0, nHeight)), m_pCairo(std::make_unique<SCairo>())
 {
+    // Pango's font map and fontconfig's font list are made once and kept by the libraries.
+    const CLibraryCacheScope scope;
     m_pCairo->pSurface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, m_nWidth, m_nHeight);
     m_pCairo->pContext = cairo_create(m_pCairo->pSurface);
     m_pCairo->pLayout = pango_cairo_create_layout(m_pCairo->pContext);
@@ -84,6 +87,7 @@ BOOL CCairoDC::WriteToPNG(const CString& csFileName) const
 
 CSize CCairoDC::GetTextExtent(const CString& csText) const
 {
+    const CLibraryCacheScope scope;
     PangoFontDescription* pDescription = DescribeFont(*GetCurrentFont());
     pango_layout_set_font_description(m_pCairo->pLayout, pDescription);
     pango_font_description_free(pDescription);
@@ -204,6 +208,7 @@ void CCairoDC::PaintPolygon(const CPoint* pPoints, int nCount)
 void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, const CString& csText,
                          const int* pDx)
 {
+    const CLibraryCacheScope scope;
     cairo_t* pContext = m_pCairo->pContext;
     if (pRect && (nOptions & ETO_OPAQUE))
         PaintSolidRect(*pRect, GetBkColor());
