@@ -56,7 +56,7 @@ BOOL CFileFind::FindFile(const CString& csName)
     while (m_szFolder.size() > 1 && m_szFolder.back() == '/')
         m_szFolder.pop_back();
     if (m_szFolder.empty())
-        m_szFolder = "/";
+        m_szFolder.assign(1, '/');
 
     if (szMask.find_first_of("*?[") == std::string::npos)
     {

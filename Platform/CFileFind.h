@@ -52,8 +52,8 @@ private:
 
     DWORD GetAttributes(std::size_t nIndex) const;
 
-    std::string m_szFolder;              // the folder searched, native, without a trailing "/"
+    std::string m_szFolder;                 // the folder searched, native, without a trailing "/"
     mutable std::vector<SEntry> m_aEntries; // the matching entries in name order
-    std::size_t m_nNext = 0;             // the entry FindNextFile moves to
-    bool m_bStarted = false;             // FindNextFile has been called since FindFile
+    std::size_t m_nNext = 0;                // the entry FindNextFile moves to
+    bool m_bStarted = false;                // FindNextFile has been called since FindFile
 };

@@ -169,7 +169,8 @@ CString CConverter::WrapLines(const CString& csText, const char16_t* szFormat, c
     return csResult;
 }
 
-CString CConverter::UnwrapStatements(const CString& csText, const char16_t* szPattern, const CSymbols& aSymbols)
+CString CConverter::UnwrapStatements(const CString& csText, const char16_t* szPattern,
+                                     const CSymbols& aSymbols)
 {
     CRegularExpression regexp(szPattern, PCRE_MULTILINE);
     CString csResult;

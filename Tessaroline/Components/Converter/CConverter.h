@@ -48,7 +48,8 @@ private:
     // even when it is empty.
     static CString WrapLines(const CString& csText, const char16_t* szFormat, const CSymbols& aSymbols);
     // Each statement that szPattern matches gives its group 1, the rest of the text stays.
-    static CString UnwrapStatements(const CString& csText, const char16_t* szPattern, const CSymbols& aSymbols);
+    static CString UnwrapStatements(const CString& csText, const char16_t* szPattern,
+                                    const CSymbols& aSymbols);
     static CSymbols EntityTable();
     static CSymbols Table(std::initializer_list<Symbol> aRows);
 };

@@ -27,7 +27,8 @@ BOOL CFindAllSearcher::LoadNextFile()
         struct stat st
         {
         };
-        if (::stat(ToNativePath(csFile).c_str(), &st) == 0 && S_ISREG(st.st_mode) && m_store.LoadFromFile(csFile))
+        if (::stat(ToNativePath(csFile).c_str(), &st) == 0 && S_ISREG(st.st_mode) &&
+            m_store.LoadFromFile(csFile))
         {
             m_csFile = csFile;
             ++m_nFilesSearched;

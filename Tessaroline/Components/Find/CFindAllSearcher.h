@@ -48,11 +48,11 @@ private:
     IFileList* m_pFiles;
     CString m_csPattern;
     DWORD m_dwFlags;
-    CEditTextStore m_store;                  // the file searched now
-    CTextStoreSearchLines m_lines{m_store};  // the store as a search source
-    CString m_csFile;                        // its path
-    BOOL m_bLoaded = FALSE;                  // a file is loaded and not done
-    CPoint m_ptNext;                         // where the search goes on in it
+    CEditTextStore m_store;                 // the file searched now
+    CTextStoreSearchLines m_lines{m_store}; // the store as a search source
+    CString m_csFile;                       // its path
+    BOOL m_bLoaded = FALSE;                 // a file is loaded and not done
+    CPoint m_ptNext;                        // where the search goes on in it
     CArray<SHit> m_aHits;
     int m_nFilesSearched = 0;
     int m_nFilesSkipped = 0;

@@ -72,10 +72,10 @@ private:
         void operator()(pcre2_real_jit_stack_16* p) const noexcept;
     };
 
-    std::unique_ptr<pcre2_real_code_16, CFree> m_pCode;                // the pattern, null before a compile
+    std::unique_ptr<pcre2_real_code_16, CFree> m_pCode;                  // the pattern, null before a compile
     std::unique_ptr<pcre2_real_match_data_16, CFree> m_pMatchData;       // the offset pairs of the last match
     std::unique_ptr<pcre2_real_match_context_16, CFree> m_pMatchContext; // holds the match limit
-    std::unique_ptr<pcre2_real_jit_stack_16, CFree> m_pJitStack; // for compiled machine code, if any
+    std::unique_ptr<pcre2_real_jit_stack_16, CFree> m_pJitStack;         // for compiled machine code, if any
     int m_nLastExec = -1;                                                // the last Exec's value
     CString m_csSubject; // the last subject, for the captures' text
 };

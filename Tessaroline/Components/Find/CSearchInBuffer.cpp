@@ -86,7 +86,8 @@ void CSearchInBuffer::Search()
         CString csText = m_pLines->GetLine(m_nLine);
         if (m_nLine != nCount - 1)
             csText += u'\n';
-        const CSearchResults results = CSearchInString::Search(m_csPattern, std::move(csText), m_nColumn, m_dwFlags);
+        const CSearchResults results =
+            CSearchInString::Search(m_csPattern, std::move(csText), m_nColumn, m_dwFlags);
 
         bool bHit = false;
         for (const auto& result : results)

@@ -33,14 +33,14 @@ private:
     BOOL Advance();
     [[nodiscard]] BOOL IsUp() const noexcept { return (m_dwFlags & SF_UP) != 0; }
 
-    int m_nStartColumn = 0;          // where the walk of the present source began
+    int m_nStartColumn = 0; // where the walk of the present source began
     int m_nStartLine = 0;
-    BOOL m_bWrapped = FALSE;         // the walk has passed the end of the source
+    BOOL m_bWrapped = FALSE; // the walk has passed the end of the source
     ISearcher* m_pSearcher = nullptr;
-    BOOL m_bNewSource = TRUE;        // the next source entered sets a new start point
-    CString m_csPattern;             // the present pattern
+    BOOL m_bNewSource = TRUE;         // the next source entered sets a new start point
+    CString m_csPattern;              // the present pattern
     ISearchLines* m_pLines = nullptr; // the present source
     DWORD m_dwFlags = static_cast<DWORD>(-1);
-    int m_nLine = 0;                 // the present position
+    int m_nLine = 0; // the present position
     int m_nColumn = 0;
 };

@@ -119,8 +119,9 @@ CSearchInString::CSearchResults CSearchInString::RegExpSearch(CString csPattern,
         const int nCount = regexp.Exec(csText, nStart < 0 ? 0 : nStart, &nMatchStart, &nMatchEnd);
         nLastExec = nCount;
         // The first match only: one that fails the word test ends the search.
-        if (nCount > 0 && (!(dwFlags & SF_WHOLE_WORD) ||
-                           IsWholeWord(csText, nMatchStart, nMatchStart + regexp.GetMatchText(0).GetLength())))
+        if (nCount > 0 &&
+            (!(dwFlags & SF_WHOLE_WORD) ||
+             IsWholeWord(csText, nMatchStart, nMatchStart + regexp.GetMatchText(0).GetLength())))
             results.AddRegExpResults(regexp, nCount);
     }
     else

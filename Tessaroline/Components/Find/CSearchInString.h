@@ -20,9 +20,9 @@ public:
     // One match; nStart equal to nEnd counts as no match.
     struct SSearchResult
     {
-        int nStart = 0;  // the first character of the match
-        int nEnd = 0;    // one behind the last
-        CString csText;  // the matched text (the pattern as searched, for a plain search)
+        int nStart = 0; // the first character of the match
+        int nEnd = 0;   // one behind the last
+        CString csText; // the matched text (the pattern as searched, for a plain search)
     };
 
     // The matches of one search: a plain search gives at most one, a regular expression the whole

@@ -24,8 +24,8 @@ void CSearchRes::Init(ISearchDocuments* pDocuments, ISearchDialogData* pDialogDa
         m_pState->csReplace = pReplace->GetText();
 }
 
-void CSearchRes::Init(ISearchDocuments* pDocuments, ISearchDialogData* pDialogData, SSearchProgress* pProgress,
-                      SSearchState* pState)
+void CSearchRes::Init(ISearchDocuments* pDocuments, ISearchDialogData* pDialogData,
+                      SSearchProgress* pProgress, SSearchState* pState)
 {
     Init(pDocuments, pDialogData, pState);
     m_pProgress = pProgress;

@@ -50,8 +50,8 @@ public:
     // Takes the documents and the state, and fills the state from the dialog; the counts start at 0.
     // None of them is owned. A null state raises the invalid-argument exception.
     virtual void Init(ISearchDocuments* pDocuments, ISearchDialogData* pDialogData, SSearchState* pState);
-    virtual void Init(ISearchDocuments* pDocuments, ISearchDialogData* pDialogData, SSearchProgress* pProgress,
-                      SSearchState* pState);
+    virtual void Init(ISearchDocuments* pDocuments, ISearchDialogData* pDialogData,
+                      SSearchProgress* pProgress, SSearchState* pState);
 
     // The two end messages.
     static constexpr const char16_t* MSG_REACHED_START = u"Find reached the starting point of the search.";
@@ -62,5 +62,5 @@ private:
 
     ISearchDocuments* m_pDocuments = nullptr; // the owner of the documents
     SSearchState* m_pState = nullptr;
-    SSearchProgress* m_pProgress = nullptr;   // may stay null
+    SSearchProgress* m_pProgress = nullptr; // may stay null
 };

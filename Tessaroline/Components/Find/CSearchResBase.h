@@ -13,5 +13,6 @@ public:
 
     // csTemplate with each token "\0" to "\9" replaced, in that order, by the text of that result or
     // by "" where there is none. Later passes see the text earlier ones put in; "\10" is \1 then "0".
-    static CString FormReplaceRegExpString(const CSearchInString::CSearchResults& results, CString csTemplate);
+    static CString FormReplaceRegExpString(const CSearchInString::CSearchResults& results,
+                                           CString csTemplate);
 };

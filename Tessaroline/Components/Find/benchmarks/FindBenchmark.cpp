@@ -103,7 +103,8 @@ void MakeTree()
 CEditTextStore& Store()
 {
     static CEditTextStore store;
-    static const bool bLoaded = [] {
+    static const bool bLoaded = []
+    {
         MakeText();
         return store.LoadFromFile(CString::FromUtf8(Scratch().text.string())) != 0;
     }();
@@ -197,13 +198,15 @@ long long CountOutputLines(const std::string& szCommand, bool bNumber)
 void SearchBuffer(benchmark::State& state, const char* szName, const char16_t* szPattern, DWORD dwFlags)
 {
     CTextStoreSearchLines lines(Store());
-    Measure(state, szName, [&] {
-        CCountingSearcher searcher(&lines, szPattern, dwFlags);
-        CSearchInBuffer search;
-        search.SetSearcher(&searcher);
-        search.Search();
-        return searcher.m_nLines;
-    });
+    Measure(state, szName,
+            [&]
+            {
+                CCountingSearcher searcher(&lines, szPattern, dwFlags);
+                CSearchInBuffer search;
+                search.SetSearcher(&searcher);
+                search.Search();
+                return searcher.m_nLines;
+            });
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
                             static_cast<std::int64_t>(std::filesystem::file_size(Scratch().text)));
 }
@@ -242,15 +245,17 @@ void BM_FileDirList(benchmark::State& state)
 {
     if (!std::filesystem::exists(Scratch().tree))
         MakeTree();
-    Measure(state, "file list", [] {
-        CFileDirList list;
-        list.SetFolders(CString::FromUtf8(Scratch().tree.string()));
-        list.SetRecursive(TRUE);
-        long long nFiles = 0;
-        while (!list.GetNextFile().IsEmpty())
-            ++nFiles;
-        return nFiles;
-    });
+    Measure(state, "file list",
+            []
+            {
+                CFileDirList list;
+                list.SetFolders(CString::FromUtf8(Scratch().tree.string()));
+                list.SetRecursive(TRUE);
+                long long nFiles = 0;
+                while (!list.GetNextFile().IsEmpty())
+                    ++nFiles;
+                return nFiles;
+            });
 }
 
 void BM_FindTypeF(benchmark::State& state)

@@ -57,8 +57,9 @@ std::vector<std::string> Sorted(std::vector<std::string> aNames)
     return aNames;
 }
 
-const std::vector<std::string> TEST_FILES = {"",            "findata.xml", "temp0_1.txt", "temp1_1.txt",
-                                             "temp1_2.txt", "temp2_1.txt", "temp2_2.txt", "test3.txt"};
+const std::vector<std::string> TEST_FILES = {
+    "",         "findata.xml", "temp0_1.txt", "temp1_1.txt", "temp1_2.txt", "temp2_1.txt", "temp2_2.txt",
+    "test3.txt"};
 } // namespace
 
 class CFileDirListTest : public CppUnit::TestFixture
@@ -82,16 +83,17 @@ public:
 
         // Depth first: a subfolder's files come where the subfolder stands, in name order.
         list.Reset();
-        CPPUNIT_ASSERT(NextNames(list, 8) == std::vector<std::string>({"findata.xml", "temp2_1.txt", "temp2_2.txt",
-                                                                       "temp1_1.txt", "temp1_2.txt", "temp0_1.txt",
-                                                                       "test3.txt", ""}));
+        CPPUNIT_ASSERT(NextNames(list, 8) ==
+                       std::vector<std::string>({"findata.xml", "temp2_1.txt", "temp2_2.txt", "temp1_1.txt",
+                                                 "temp1_2.txt", "temp0_1.txt", "test3.txt", ""}));
 
         // Missing folders are passed over; without recursion only the top files come.
         list.SetFolders(u"..\\no such folder;" + TEST_FOLDER + u";;" + TEST_FOLDER + u"folder1\\folder2");
         list.SetRecursive(FALSE);
         list.Reset();
-        CPPUNIT_ASSERT(NextNames(list, 6) == std::vector<std::string>({"findata.xml", "temp0_1.txt", "test3.txt",
-                                                                       "temp2_1.txt", "temp2_2.txt", ""}));
+        CPPUNIT_ASSERT(NextNames(list, 6) ==
+                       std::vector<std::string>(
+                           {"findata.xml", "temp0_1.txt", "test3.txt", "temp2_1.txt", "temp2_2.txt", ""}));
         CFileDirList none;
         CPPUNIT_ASSERT(none.GetNextFile().IsEmpty());
     }

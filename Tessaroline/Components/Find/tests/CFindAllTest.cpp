@@ -43,10 +43,22 @@ public:
             DWORD dwFlags;
             CCounts aCounts;
         } aCases[] = {
-            {u"find", 0, {{"findata.xml", 5}, {"temp1_1.txt", 3}, {"temp2_1.txt", 1}, {"temp2_2.txt", 1}, {"test3.txt", 1}}},
-            {u"find", SF_MATCH_CASE, {{"findata.xml", 4}, {"temp1_1.txt", 3}, {"temp2_2.txt", 1}, {"test3.txt", 1}}},
-            {u"find", SF_WHOLE_WORD | SF_UP, {{"findata.xml", 3}, {"temp1_1.txt", 3}, {"temp2_2.txt", 1}, {"test3.txt", 1}}},
-            {u"f.nd\\b", SF_REGEXP, {{"findata.xml", 3}, {"temp1_1.txt", 3}, {"temp2_2.txt", 1}, {"test3.txt", 1}}},
+            {u"find",
+             0,
+             {{"findata.xml", 5},
+              {"temp1_1.txt", 3},
+              {"temp2_1.txt", 1},
+              {"temp2_2.txt", 1},
+              {"test3.txt", 1}}},
+            {u"find",
+             SF_MATCH_CASE,
+             {{"findata.xml", 4}, {"temp1_1.txt", 3}, {"temp2_2.txt", 1}, {"test3.txt", 1}}},
+            {u"find",
+             SF_WHOLE_WORD | SF_UP,
+             {{"findata.xml", 3}, {"temp1_1.txt", 3}, {"temp2_2.txt", 1}, {"test3.txt", 1}}},
+            {u"f.nd\\b",
+             SF_REGEXP,
+             {{"findata.xml", 3}, {"temp1_1.txt", 3}, {"temp2_2.txt", 1}, {"test3.txt", 1}}},
             {u"d\\n", SF_REGEXP, {{"temp1_1.txt", 2}, {"temp2_2.txt", 1}, {"test3.txt", 1}}},
             {u"nothing", 0, {{"temp0_1.txt", 1}}},
         };

@@ -251,7 +251,8 @@ public:
         // The third run moves to the second source and hits there; the sixth has no source at all.
         CPPUNIT_ASSERT(aCounts == std::vector<std::size_t>({1, 2, 3, 4, 4, 4}));
         CPPUNIT_ASSERT(aSourceEnds == std::vector<int>({0, 0, 1, 1, 2, 3}));
-        CPPUNIT_ASSERT(searcher.m_aHits[2] == SHit({1, 0, 0, 5}) && searcher.m_aHits[3] == SHit({1, 2, 0, 5}));
+        CPPUNIT_ASSERT(searcher.m_aHits[2] == SHit({1, 0, 0, 5}) &&
+                       searcher.m_aHits[3] == SHit({1, 2, 0, 5}));
 
         // A searcher that never stops: all four hits in one run.
         CTestSearcher all({&doc1.lines, &doc2.lines}, u"Test1", 0, FALSE);

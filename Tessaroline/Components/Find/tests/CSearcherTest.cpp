@@ -73,9 +73,14 @@ public:
             const char16_t* szTemplate;
             const char16_t* szResult;
         } aCases[] = {
-            {u"\\0", u"test@test@test"}, {u"\\1", u"@"},          {u"\\2", u"@"},
-            {u"\\3\\9", u""},           {u"\\10", u"@0"},        {u"a\\1b\\2c", u"a@b@c"},
-            {u"\\\\1", u"\\@"},       {u"no tokens", u"no tokens"},
+            {u"\\0", u"test@test@test"},
+            {u"\\1", u"@"},
+            {u"\\2", u"@"},
+            {u"\\3\\9", u""},
+            {u"\\10", u"@0"},
+            {u"a\\1b\\2c", u"a@b@c"},
+            {u"\\\\1", u"\\@"},
+            {u"no tokens", u"no tokens"},
         };
         for (const auto& test : aCases)
             CPPUNIT_ASSERT_EQUAL(CString(test.szResult).ToUtf8(),
@@ -173,7 +178,11 @@ public:
             {u"foo", u"foo_bar", 0, SF_WHOLE_WORD, {{0, 3, u"foo"}}},
             {u"foo", u"foo1 afoo", 0, SF_WHOLE_WORD, {}},
             {u"foo", u"foo xfoo", 8, SF_WHOLE_WORD | SF_UP, {{0, 3, u"oof"}}},
-            {u"\u0434\u0430", u"\u0434\u0430\u0448 \u0434\u0430", 0, SF_WHOLE_WORD, {{4, 6, u"\u0434\u0430"}}},
+            {u"\u0434\u0430",
+             u"\u0434\u0430\u0448 \u0434\u0430",
+             0,
+             SF_WHOLE_WORD,
+             {{4, 6, u"\u0434\u0430"}}},
         };
         CSearchInString search;
         for (const auto& test : aCases)
