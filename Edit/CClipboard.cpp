@@ -14,7 +14,9 @@ namespace
 class COpenClipboard
 {
 public:
-    explicit COpenClipboard(IClipboardService& service) : m_service(service), m_bOpen(service.OpenClipboard()) {}
+    explicit COpenClipboard(IClipboardService& service) : m_service(service), m_bOpen(service.OpenClipboard())
+    {
+    }
     ~COpenClipboard()
     {
         if (m_bOpen)

@@ -26,6 +26,6 @@ public:
     static std::uint32_t GetLastChecksum() noexcept { return m_dwChecksum; }
 
 private:
-    static BOOL m_bColumn;              // whether the last put was a column
-    static std::uint32_t m_dwChecksum;  // see GetLastChecksum
+    static BOOL m_bColumn;             // whether the last put was a column
+    static std::uint32_t m_dwChecksum; // see GetLastChecksum
 };

@@ -92,8 +92,8 @@ int CCommonString::CalculateTextOffset(const CString& csLine, int nTab, int nCol
     return nWidth - nColumn >= nTab / 2 ? i + 1 : i;
 }
 
-int CCommonString::CalculateWrapLine(const CString& csLine, CFindArray& aOffsets, int nTab,
-                                     int nMaxWidth, int nStart, int nCount)
+int CCommonString::CalculateWrapLine(const CString& csLine, CFindArray& aOffsets, int nTab, int nMaxWidth,
+                                     int nStart, int nCount)
 {
     const int nLength = csLine.GetLength();
     if (nCount == -1)

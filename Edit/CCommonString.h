@@ -37,8 +37,8 @@ public:
     // Appends the screen columns behind each character of the run nStart .. nStart + nCount to
     // aOffsets (starting it with 0 when empty); with nMaxWidth it stops at that width and breaks
     // behind the last delimiter of the run. Returns how many characters it took.
-    static int CalculateWrapLine(const CString& csLine, CFindArray& aOffsets, int nTab,
-                                 int nMaxWidth = -1, int nStart = 0, int nCount = -1);
+    static int CalculateWrapLine(const CString& csLine, CFindArray& aOffsets, int nTab, int nMaxWidth = -1,
+                                 int nStart = 0, int nCount = -1);
     // Start of the whitespace that one backward tab step from nPos removes.
     static int GetTabStartPosition(const CString& csLine, int nPos, int nTab);
 

@@ -17,16 +17,16 @@ constexpr LONG RULER_HEIGHT = 12;
 constexpr LONG WEIGHT_BOLD = 600;
 
 constexpr SColorPair DEFAULT_COLORS[COLORS_COUNT] = {
-    {0x000000, 0xFFFFFF},         // COLOR_TEXT
-    {0xFFFFFF, 0x7F0000},         // COLOR_SELECTION
-    {0xFFFFFF, 0x7F7F7F},         // COLOR_GREY_PAIR
-    {0x000000, 0xFFFFFF},         // COLOR_RULER
-    {0x7F7F00, 0xFDFDFD},         // COLOR_LINE_NUMBER
-    {0xFF0000, 0x000000},         // COLOR_CURSOR_INDICATOR
-    {0xC8D0D4, 0x7F7F7F},         // COLOR_MARGIN
-    {0x000000, 0xE6E6E6},         // COLOR_CURRENT_LINE
-    {0x0000FF, 0xFFFFFF},         // COLOR_PAIR_MISMATCH
-    {0xFFFFFFFF, 0xFFFFFFFF},     // COLOR_SPARE: deliberately no colour
+    {0x000000, 0xFFFFFF},     // COLOR_TEXT
+    {0xFFFFFF, 0x7F0000},     // COLOR_SELECTION
+    {0xFFFFFF, 0x7F7F7F},     // COLOR_GREY_PAIR
+    {0x000000, 0xFFFFFF},     // COLOR_RULER
+    {0x7F7F00, 0xFDFDFD},     // COLOR_LINE_NUMBER
+    {0xFF0000, 0x000000},     // COLOR_CURSOR_INDICATOR
+    {0xC8D0D4, 0x7F7F7F},     // COLOR_MARGIN
+    {0x000000, 0xE6E6E6},     // COLOR_CURRENT_LINE
+    {0x0000FF, 0xFFFFFF},     // COLOR_PAIR_MISMATCH
+    {0xFFFFFFFF, 0xFFFFFFFF}, // COLOR_SPARE: deliberately no colour
 };
 
 void SetFace(LOGFONTW& logFont, const char16_t* szFace)
@@ -103,8 +103,8 @@ void CTextSettings::SetScreenFlag(DWORD dwFlag, BOOL bSet)
     if (bSet == GetFlag(dwFlag))
         return;
     SetFlag(dwFlag, bSet);
-    m_aScreenHandlers.Send<ITextScreenSettingsEvents>(
-        [this](ITextScreenSettingsEvents* p) { p->OnScreenSettingsChange(this); });
+    m_aScreenHandlers.Send<ITextScreenSettingsEvents>([this](ITextScreenSettingsEvents* p)
+                                                      { p->OnScreenSettingsChange(this); });
 }
 
 void CTextSettings::SetTabSize(int nTabSize)
@@ -112,8 +112,8 @@ void CTextSettings::SetTabSize(int nTabSize)
     if (nTabSize == m_nTabSize)
         return;
     m_nTabSize = nTabSize;
-    m_aEditHandlers.Send<ITextEditSettingsEvents>(
-        [this, nTabSize](ITextEditSettingsEvents* p) { p->OnTabSizeChange(this, nTabSize); });
+    m_aEditHandlers.Send<ITextEditSettingsEvents>([this, nTabSize](ITextEditSettingsEvents* p)
+                                                  { p->OnTabSizeChange(this, nTabSize); });
 }
 
 void CTextSettings::SetBlockCursor(BOOL bSet)
@@ -121,8 +121,8 @@ void CTextSettings::SetBlockCursor(BOOL bSet)
     if (bSet == GetBlockCursor())
         return;
     SetFlag(TS_BLOCK_CURSOR, bSet);
-    m_aEditHandlers.Send<ITextEditSettingsEvents>(
-        [this, bSet](ITextEditSettingsEvents* p) { p->OnBlockCursorChange(this, bSet); });
+    m_aEditHandlers.Send<ITextEditSettingsEvents>([this, bSet](ITextEditSettingsEvents* p)
+                                                  { p->OnBlockCursorChange(this, bSet); });
 }
 
 void CTextSettings::SetWrapMode(BOOL bSet)
@@ -130,8 +130,8 @@ void CTextSettings::SetWrapMode(BOOL bSet)
     if (bSet == GetWrapMode())
         return;
     SetFlag(TS_WRAP_MODE, bSet);
-    m_aEditHandlers.Send<ITextEditSettingsEvents>(
-        [this, bSet](ITextEditSettingsEvents* p) { p->OnWrapModeChange(this, bSet); });
+    m_aEditHandlers.Send<ITextEditSettingsEvents>([this, bSet](ITextEditSettingsEvents* p)
+                                                  { p->OnWrapModeChange(this, bSet); });
 }
 
 CProfileStore& CTextSettings::GetStore()
@@ -165,7 +165,8 @@ BOOL CTextSettings::LoadSettings()
         // As many bytes as stored, never more than the table holds; a short entry leaves the
         // rest as it was.
         if (store.GetProfileBinary(SECTION, u"Colors", aData) && !aData.empty())
-            std::memcpy(static_cast<void*>(m_aColors), aData.data(), std::min<size_t>(aData.size(), COLORS_BYTES));
+            std::memcpy(static_cast<void*>(m_aColors), aData.data(),
+                        std::min<size_t>(aData.size(), COLORS_BYTES));
         else
             ResetColor(-1);
 
@@ -319,7 +320,8 @@ void CTextSettings::SetFont(const LOGFONTW* pLogFont)
         AfxThrowInvalidArgException();
     m_logFont = *pLogFont;
     DropFonts();
-    m_aDrawHandlers.Send<ITextDrawSettingsEvents>([this](ITextDrawSettingsEvents* p) { p->OnFontChange(this); });
+    m_aDrawHandlers.Send<ITextDrawSettingsEvents>([this](ITextDrawSettingsEvents* p)
+                                                  { p->OnFontChange(this); });
 }
 
 void CTextSettings::DropFonts()

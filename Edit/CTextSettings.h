@@ -157,14 +157,14 @@ private:
     CProfileStore& GetStore();
     static void CheckColorIndex(int nIndex);
 
-    CEventHandlers m_aDrawHandlers;   // ITextDrawSettingsEvents
-    CEventHandlers m_aEditHandlers;   // ITextEditSettingsEvents
-    CEventHandlers m_aScreenHandlers; // ITextScreenSettingsEvents
+    CEventHandlers m_aDrawHandlers;                                      // ITextDrawSettingsEvents
+    CEventHandlers m_aEditHandlers;                                      // ITextEditSettingsEvents
+    CEventHandlers m_aScreenHandlers;                                    // ITextScreenSettingsEvents
     std::array<std::unique_ptr<CFont>, FONTS_COUNT> m_aFonts;            // by style bits
     std::array<std::unique_ptr<CPen>, PENS_COUNT> m_aPens;               // by pen index
     std::array<std::unique_ptr<CFont>, FIXED_FONTS_COUNT> m_aFixedFonts; // ruler, line numbers
-    std::vector<std::unique_ptr<CFont>> m_aRetiredFonts; // cached before the last load
-    std::vector<std::unique_ptr<CPen>> m_aRetiredPens;   // cached before the last load
+    std::vector<std::unique_ptr<CFont>> m_aRetiredFonts;                 // cached before the last load
+    std::vector<std::unique_ptr<CPen>> m_aRetiredPens;                   // cached before the last load
     int m_nTabSize = 0;
     int m_nIndentSize = 0;
     int m_nTagNameConv = 0;

@@ -8,7 +8,8 @@ struct ITextProcessor;
 
 struct ITextProcessorEvents
 {
-    virtual void OnChangeSelection(ITextProcessor* pProcessor, CPoint ptStart, CPoint ptEnd, BOOL bColumn) = 0;
+    virtual void OnChangeSelection(ITextProcessor* pProcessor, CPoint ptStart, CPoint ptEnd,
+                                   BOOL bColumn) = 0;
     virtual void OnChangeCursorPos(ITextProcessor* pProcessor, CPoint ptCursor) = 0;
     virtual void OnScroll(ITextProcessor* pProcessor, CPoint ptFirstVisible) = 0;
     // Closes the events of one command: dwEvents tells which were sent, nCommand the command.

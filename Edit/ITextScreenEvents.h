@@ -4,8 +4,8 @@
 
 #include "Platform/CPoint.h"
 #include "Platform/CRect.h"
-#include "Platform/MSG.h"
 #include "Platform/CSize.h"
+#include "Platform/MSG.h"
 #include "Platform/Types.h"
 
 struct ITextScreen;

@@ -18,10 +18,18 @@ class CLibraryCacheScope
 {
 public:
 #ifdef TESSAROLINE_LSAN
-    CLibraryCacheScope() noexcept { __lsan_disable(); }
-    ~CLibraryCacheScope() { __lsan_enable(); }
+    CLibraryCacheScope() noexcept
+    {
+        __lsan_disable();
+    }
+    ~CLibraryCacheScope()
+    {
+        __lsan_enable();
+    }
 #else
-    CLibraryCacheScope() noexcept = default;
+    // User-provided, so that a scope variable counts as used.
+    CLibraryCacheScope() noexcept {}
+    ~CLibraryCacheScope() {}
 #endif
     CLibraryCacheScope(const CLibraryCacheScope&) = delete;
     CLibraryCacheScope& operator=(const CLibraryCacheScope&) = delete;

@@ -10,12 +10,12 @@ class CWnd;
 
 struct MSG
 {
-    CWnd* hwnd;           // the window it is meant for
-    UINT message;         // what happened (WM_...)
+    CWnd* hwnd;            // the window it is meant for
+    UINT message;          // what happened (WM_...)
     std::uintptr_t wParam; // first parameter: a key code, button flags
     std::intptr_t lParam;  // second parameter: a packed position
-    DWORD time;           // when, in milliseconds of the system
-    CPoint pt;            // the pointer, in screen pixels
+    DWORD time;            // when, in milliseconds of the system
+    CPoint pt;             // the pointer, in screen pixels
 };
 
 // The messages that the pre-translation hooks look at.

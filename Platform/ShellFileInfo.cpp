@@ -1,5 +1,6 @@
 #include "ShellFileInfo.h"
 
+#include "CLibraryCacheScope.h"
 #include "NativePath.h"
 
 #include <fcntl.h>
@@ -11,34 +12,8 @@
 #include <unistd.h>
 #include <vector>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define TESSAROLINE_LSAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TESSAROLINE_LSAN 1
-#endif
-#endif
-#ifdef TESSAROLINE_LSAN
-#include <sanitizer/lsan_interface.h>
-#endif
-
 namespace
 {
-// GIO's content type database builds its tables on first use and keeps them where the leak checker
-// of sanitized builds sees them as lost; what is allocated inside this scope is not reported.
-class CContentTypeScope
-{
-public:
-#ifdef TESSAROLINE_LSAN
-    CContentTypeScope() { __lsan_disable(); }
-    ~CContentTypeScope() { __lsan_enable(); }
-#else
-    CContentTypeScope() = default;
-#endif
-    CContentTypeScope(const CContentTypeScope&) = delete;
-    CContentTypeScope& operator=(const CContentTypeScope&) = delete;
-};
-
 // Frees what GLib allocated.
 struct CGFree
 {
@@ -168,7 +143,7 @@ BOOL SHGetFileInfoW(const CString& csPath, SHFILEINFOW* psfi, UINT uFlags)
     }
     if (uFlags & (SHGFI_TYPENAME | SHGFI_SYSICONINDEX))
     {
-        [[maybe_unused]] const CContentTypeScope scope;
+        const CLibraryCacheScope scope; // GIO's content type tables live as long as the process
         CGString pType = GuessContentType(szPath, st);
         if (uFlags & SHGFI_TYPENAME)
         {

@@ -96,7 +96,7 @@ public:
             int nColumn;
             int nIndex;
         } const aCases[] = {
-            {u"\tx", 0, 0}, {u"\tx", 1, 2}, {u"\tx", 2, 2}, {u"\tx", 3, 1}, {u"\tx", 4, 1},
+            {u"\tx", 0, 0}, {u"\tx", 1, 2}, {u"\tx", 2, 2},   {u"\tx", 3, 1},   {u"\tx", 4, 1},
             {u"\tx", 5, 2}, {u"\tx", 9, 6}, {u"ab\tc", 2, 2}, {u"ab\tc", 3, 3}, {u"", 7, 7},
         };
         for (const auto& c : aCases)
@@ -154,7 +154,8 @@ public:
         CPPUNIT_ASSERT((Offsets(aWide) == std::vector<int>{0, 4, 0, 0}));
         // A run beyond the line is a wrong argument, not a read past its end.
         CFindArray aBad;
-        CPPUNIT_ASSERT_THROW(CCommonString::CalculateWrapLine(u"abc", aBad, 4, -1, 2, 5), CInvalidArgException);
+        CPPUNIT_ASSERT_THROW(CCommonString::CalculateWrapLine(u"abc", aBad, 4, -1, 2, 5),
+                             CInvalidArgException);
     }
 
     void GetTabStartPositionTest()
@@ -165,9 +166,9 @@ public:
             int nPos;
             int nResult;
         } const aCases[] = {
-            {u"\tsadf", 0, 1},     {u" \tsadfsa", 0, 2},   {u"  \tsadfas", 0, 3}, {u"  sdafsadf", 0, 2},
-            {u"", 0, 0},           {u"\t\tsadf", 2, 1},    {u"s \tsadfsa", 3, 1}, {u"sa  dfas", 4, 2},
-            {u"  sdafsadf", 3, 3}, {u"", 20, 20},          {u"        x", 8, 4},
+            {u"\tsadf", 0, 1},     {u" \tsadfsa", 0, 2}, {u"  \tsadfas", 0, 3}, {u"  sdafsadf", 0, 2},
+            {u"", 0, 0},           {u"\t\tsadf", 2, 1},  {u"s \tsadfsa", 3, 1}, {u"sa  dfas", 4, 2},
+            {u"  sdafsadf", 3, 3}, {u"", 20, 20},        {u"        x", 8, 4},
         };
         for (const auto& c : aCases)
             CPPUNIT_ASSERT_EQUAL_MESSAGE(CString(c.szLine).ToUtf8(), c.nResult,

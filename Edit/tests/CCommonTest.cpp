@@ -164,7 +164,7 @@ public:
             CPPUNIT_ASSERT_EQUAL(bInside, sel.IsInsideSelection(pt) != FALSE);
         // Across lines a middle line is inside also behind its text.
         sel.SetSelection(CPoint(1, 0), CPoint(5, 3), FALSE);
-        const std::pair<CPoint, bool> aLines[] = {{{5, 1}, true},  {{0, 2}, true}, {{4, 3}, true},
+        const std::pair<CPoint, bool> aLines[] = {{{5, 1}, true},   {{0, 2}, true},  {{4, 3}, true},
                                                   {{500, 2}, true}, {{5, 3}, false}, {{0, 0}, false},
                                                   {{0, 4}, false}};
         for (const auto& [pt, bInside] : aLines)

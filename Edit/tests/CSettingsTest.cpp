@@ -65,7 +65,8 @@ class CSettingsTest : public CppUnit::TestFixture,
 public:
     void setUp() override
     {
-        m_dir = fs::temp_directory_path() / ("tessaroline-settings-" + std::to_string(std::random_device()()));
+        m_dir =
+            fs::temp_directory_path() / ("tessaroline-settings-" + std::to_string(std::random_device()()));
         fs::create_directories(m_dir);
         m_pStore = CProfileStore::FromFile(StorePath());
         m_pSettings = std::make_unique<CTextSettings>();
@@ -194,7 +195,8 @@ public:
         LOGFONTW plain;
         pSettings->GetFont(FALSE, FALSE, FALSE, FALSE)->GetLogFont(&plain);
         CPPUNIT_ASSERT(plain.lfHeight == -21 && plain.lfWeight == 400);
-        CPPUNIT_ASSERT(pSettings->GetFont(FONT_LINE_NUMBER) && pSettings->GetFont(FONT_LINE_NUMBER)->GetHeight() == 21);
+        CPPUNIT_ASSERT(pSettings->GetFont(FONT_LINE_NUMBER) &&
+                       pSettings->GetFont(FONT_LINE_NUMBER)->GetHeight() == 21);
         CPPUNIT_ASSERT(pSettings->GetFont(FONT_RULER_TEXT));
         pSettings->ResetFont();
         CPPUNIT_ASSERT_EQUAL(LONG(-13), pSettings->GetCurrentLogFont()->lfHeight);
@@ -282,7 +284,8 @@ public:
     void SetGetKeepSelection()
     {
         CheckPlainSwitch(&CTextSettings::SetKeepSelection, &CTextSettings::GetKeepSelection, 0x2);
-        CheckPlainSwitch(&CTextSettings::SetHighlightCurrentLine, &CTextSettings::GetHighlightCurrentLine, 0x400);
+        CheckPlainSwitch(&CTextSettings::SetHighlightCurrentLine, &CTextSettings::GetHighlightCurrentLine,
+                         0x400);
     }
 
     void SetGetDrawTabAndSpaces()

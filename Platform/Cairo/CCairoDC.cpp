@@ -43,7 +43,8 @@ PangoFontDescription* DescribeFont(const CFont& font)
     if (!szFace.empty())
         pango_font_description_set_family(pDescription, szFace.c_str());
     pango_font_description_set_absolute_size(pDescription, std::max(1, font.GetHeight()) * PANGO_SCALE);
-    pango_font_description_set_weight(pDescription, static_cast<PangoWeight>(std::clamp(font.GetWeight(), 100, 1000)));
+    pango_font_description_set_weight(pDescription,
+                                      static_cast<PangoWeight>(std::clamp(font.GetWeight(), 100, 1000)));
     pango_font_description_set_style(pDescription, font.IsItalic() ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
     return pDescription;
 }
@@ -102,8 +103,8 @@ int CCairoDC::GetClipBox(CRect& rt) const
 {
     double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     cairo_clip_extents(m_pCairo->pContext, &x1, &y1, &x2, &y2);
-    rt = CRect(static_cast<int>(std::floor(x1)), static_cast<int>(std::floor(y1)), static_cast<int>(std::ceil(x2)),
-               static_cast<int>(std::ceil(y2)));
+    rt = CRect(static_cast<int>(std::floor(x1)), static_cast<int>(std::floor(y1)),
+               static_cast<int>(std::ceil(x2)), static_cast<int>(std::ceil(y2)));
     return rt.IsRectEmpty() ? NULLREGION : SIMPLEREGION;
 }
 
@@ -273,7 +274,8 @@ void CCairoDC::PaintTransparentBlt(const CRect& rtDest, const CBitmap& bitmap, c
                                    COLORREF crTransparent)
 {
     // The cell as a picture of its own, the transparent colour left out, scaled by nearest pixel.
-    cairo_surface_t* pCell = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, rtSource.Width(), rtSource.Height());
+    cairo_surface_t* pCell =
+        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, rtSource.Width(), rtSource.Height());
     cairo_surface_flush(pCell);
     unsigned char* pData = cairo_image_surface_get_data(pCell);
     const int nStride = cairo_image_surface_get_stride(pCell);

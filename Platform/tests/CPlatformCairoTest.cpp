@@ -74,8 +74,9 @@ public:
         CPPUNIT_ASSERT_EQUAL(RGB(0, 255, 0), dc.GetPixel(20, 19));
         CPPUNIT_ASSERT_EQUAL(RGB(255, 0, 0), dc.GetPixel(20, 15));
 
-        const std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                           ("tessaroline-dc-" + std::to_string(std::random_device()()) + ".png");
+        const std::filesystem::path path =
+            std::filesystem::temp_directory_path() /
+            ("tessaroline-dc-" + std::to_string(std::random_device()()) + ".png");
         CPPUNIT_ASSERT(dc.WriteToPNG(CString::FromUtf8(path.string())));
         CPPUNIT_ASSERT(std::filesystem::file_size(path) > 0);
         std::filesystem::remove(path);
