@@ -9,38 +9,16 @@
 
 namespace
 {
-    constexpr const char16_t* SOURCE_FILE = u"CProjectItem.cpp";
+constexpr const char16_t* SOURCE_FILE = u"CProjectItem.cpp";
 
-    // Raises the failure of a step: an exception of the project passes, any other becomes one
-    // with its code kept where it has one.
-    [[noreturn]] void Rethrow(UINT nMessageId, const char16_t* szPlace, int nLine)
-    {
-        try
-        {
-            throw;
-        }
-        catch (const CProjectException&)
-        {
-            throw;
-        }
-        catch (const CXMLException& e)
-        {
-            CProjectException::Raise(e.Error(), nMessageId, szPlace, SOURCE_FILE, nLine);
-        }
-        catch (const std::bad_alloc&)
-        {
-            CProjectException::Raise(E_OUTOFMEMORY, nMessageId, szPlace, SOURCE_FILE, nLine);
-        }
-        catch (...)
-        {
-            CProjectException::Raise(E_FAIL, nMessageId, szPlace, SOURCE_FILE, nLine);
-        }
-    }
+// Raises the failure of a step as the project's exception.
+[[noreturn]] void Rethrow(UINT nMessageId, const char16_t* szPlace, int nLine)
+{
+    CProjectException::RaiseCurrent(nMessageId, szPlace, SOURCE_FILE, nLine);
+}
 } // namespace
 
-CProjectItem::CProjectItem(int nType, CProjectItem* pParent) : m_nType(nType), m_pParent(pParent)
-{
-}
+CProjectItem::CProjectItem(int nType, CProjectItem* pParent) : m_nType(nType), m_pParent(pParent) {}
 
 const SCompilerOption* CProjectItem::GetCompilerOptions()
 {
@@ -48,55 +26,64 @@ const SCompilerOption* CProjectItem::GetCompilerOptions()
     static const SCompilerOption s_aOptions[] = {
         {u"flash_swf", u"-swf", u"-swf <file> : specify input SWF which contains assets", u"", u"", O::TEXT},
         {u"flash_cp", u"-cp",
-         u"-cp <path> : add a directory path to the ClassPath : this is the list of directories that MTASC will "
+         u"-cp <path> : add a directory path to the ClassPath : this is the list of directories that MTASC "
+         u"will "
          u"use to look for .as files. You can use several times -cp to add several directories",
          u"", u"", O::TEXT | O::BROWSE_FOLDER | O::MULTIPATH},
         {u"flash_main", u"-main",
          u"-main : will automatically call static function main once all classes are registered", u"", u"0",
          O::CHECKBOX},
         {u"flash_header", u"-header",
-         u"-header <width:height:fps:bgcolor> : does not load a SWF, instead create a new one containing only "
+         u"-header <width:height:fps:bgcolor> : does not load a SWF, instead create a new one containing "
+         u"only "
          u"compiled code and using provided header informations. bgcolor is optional and should be 6 digits "
          u"hexadecimal value",
          u"", u"", O::TEXT},
         {u"flash_mx", u"-mx", u"-mx : use precompiled MX classes", u"", u"0", O::CHECKBOX},
         {u"flash_version", u"-version",
-         u"-version <n> : specify SWF version : 6 to generate Player 6r89 compatible SWF or 8 to access Flash8 "
+         u"-version <n> : specify SWF version : 6 to generate Player 6r89 compatible SWF or 8 to access "
+         u"Flash8 "
          u"features",
          u"6;8", u"8", O::LIST | O::READONLY},
-        {u"flash_v", u"-v", u"-v : activate verbose mode, printing some additional informations about compiling process",
-         u"", u"0", O::CHECKBOX},
+        {u"flash_v", u"-v",
+         u"-v : activate verbose mode, printing some additional informations about compiling process", u"",
+         u"0", O::CHECKBOX},
         {u"flash_out", u"-out", u"-out <file> : change output swf file", u"", u"", O::TEXT},
         {u"flash_msvc", u"-msvc",
-         u"-msvc : use Microsoft Visual Studio errors style formating instead of Java style (for file names and "
+         u"-msvc : use Microsoft Visual Studio errors style formating instead of Java style (for file names "
+         u"and "
          u"lines number)",
          u"", u"0", O::CHECKBOX},
         {u"flash_strict", u"-strict",
-         u"-strict : will use strict compilation mode which require that all variables are explicitely typed", u"",
-         u"0", O::CHECKBOX},
+         u"-strict : will use strict compilation mode which require that all variables are explicitely typed",
+         u"", u"0", O::CHECKBOX},
         {u"flash_exclude", u"-exclude",
          u"-exclude <file> : exclude code generation of classes listed in specified file (format is one full "
          u"class path per line)",
          u"", u"", O::TEXT},
-        {u"flash_trace", u"-trace", u"-trace <function> : specify a custom trace function", u"", u"0", O::CHECKBOX},
+        {u"flash_trace", u"-trace", u"-trace <function> : specify a custom trace function", u"", u"0",
+         O::CHECKBOX},
         {u"flash_keep", u"-keep",
-         u"-keep : keep AS2 classes compiled by MCC into the SWF. (this could cause some classes to be present "
+         u"-keep : keep AS2 classes compiled by MCC into the SWF. (this could cause some classes to be "
+         u"present "
          u"two times if also compiled with MTASC)",
          u"", u"0", O::CHECKBOX},
-        {u"flash_frame", u"-frame", u"-frame <f> : will export AS2 classes into target frame of swf", u"", u"",
-         O::TEXT},
+        {u"flash_frame", u"-frame", u"-frame <f> : will export AS2 classes into target frame of swf", u"",
+         u"", O::TEXT},
         {u"flash_pack", u"-pack",
-         u"-pack <path> : compile all the files contained in specified package - not recursively (eg to compile "
+         u"-pack <path> : compile all the files contained in specified package - not recursively (eg to "
+         u"compile "
          u"files in c:\\flash\\code\\my\\app do mtasc -cp c:\\flash\\code -pack my/app)",
          u"", u"", O::TEXT},
         {u"flash_group", u"-group",
          u"-group : will merge classes into one single clip (this will reduce SWF size but might cause some "
          u"problems if you're using -keep or -mx)",
          u"", u"0", O::CHECKBOX},
-        {u"flash_wimp", u"-wimp", u"-wimp : adds warnings for import statements that are not used in the file", u"",
-         u"0", O::CHECKBOX},
-        {u"flash_infer", u"-infer", u"-infer : adds type inference for initialized local variables", u"", u"0",
+        {u"flash_wimp", u"-wimp",
+         u"-wimp : adds warnings for import statements that are not used in the file", u"", u"0",
          O::CHECKBOX},
+        {u"flash_infer", u"-infer", u"-infer : adds type inference for initialized local variables", u"",
+         u"0", O::CHECKBOX},
         {u"flash_flapath", u".fla path", u"Path to .fla file", u"", u"", O::TEXT | O::BROWSE_FILE, TRUE},
         {u"", u"", u"", u"", u"", 0, FALSE}};
     return s_aOptions;
@@ -114,8 +101,8 @@ int CProjectItem::GetNodeType(const CXMLNode& node)
         if (csName == u"project")
             return PROJECT;
     }
-    CProjectException::Raise(1, CProjectDll::IDS_CANT_LOAD_ITEM, u"CProjectItem::GetNodeType", SOURCE_FILE, __LINE__,
-                             u"Unexpected error");
+    CProjectException::Raise(1, CProjectDll::IDS_CANT_LOAD_ITEM, u"CProjectItem::GetNodeType", SOURCE_FILE,
+                             __LINE__, u"Unexpected error");
 }
 
 CString CProjectItem::GetNodeProperty(const CXMLNode& node, const CString& csKey)
@@ -169,7 +156,8 @@ void CProjectItem::Load(const CXMLNode& node, const CString& csProjectFile)
         if (m_nType == PROJECT)
         {
             SetProperty(u"path", csProjectFile);
-            for (const SCompilerOption* pOption = GetCompilerOptions(); !pOption->m_csKey.IsEmpty(); ++pOption)
+            for (const SCompilerOption* pOption = GetCompilerOptions(); !pOption->m_csKey.IsEmpty();
+                 ++pOption)
                 SetProperty(pOption->m_csKey, GetNodeProperty(node, pOption->m_csKey));
         }
         for (const CXMLNode& child : node.GetChildElements())
@@ -196,7 +184,8 @@ void CProjectItem::Save(CXMLDocument& document, CXMLNode& parent) const
             SetNodeProperty(document, node, szKey, GetProperty(szKey));
         if (m_nType == PROJECT)
         {
-            for (const SCompilerOption* pOption = GetCompilerOptions(); !pOption->m_csKey.IsEmpty(); ++pOption)
+            for (const SCompilerOption* pOption = GetCompilerOptions(); !pOption->m_csKey.IsEmpty();
+                 ++pOption)
                 SetNodeProperty(document, node, pOption->m_csKey, GetProperty(pOption->m_csKey));
         }
         for (const auto& pChild : m_aChildren)
@@ -271,8 +260,8 @@ CString CProjectItem::PropRow(const CString& csName, const CString& csValue, con
     CString csRow = u"<prop";
     if (bReadOnly)
         csRow += u" readonly = \"true\"";
-    csRow.AppendFormat(u" name = \"%s\" value = \"%s\" description = \"%s\"", EscapeXml(csName), EscapeXml(csValue),
-                       EscapeXml(csDescription));
+    csRow.AppendFormat(u" name = \"%s\" value = \"%s\" description = \"%s\"", EscapeXml(csName),
+                       EscapeXml(csValue), EscapeXml(csDescription));
     return csRow + csExtra + u"/>\r\n";
 }
 
@@ -334,7 +323,8 @@ CString CProjectItem::GetPropertiesXml(const CString& csSheet) const
     {
         if (m_nType == PROJECT)
         {
-            for (const SCompilerOption* pOption = GetCompilerOptions(); !pOption->m_csKey.IsEmpty(); ++pOption)
+            for (const SCompilerOption* pOption = GetCompilerOptions(); !pOption->m_csKey.IsEmpty();
+                 ++pOption)
                 csXml += OptionRow(*pOption);
         }
     }
@@ -346,12 +336,14 @@ CString CProjectItem::GetPropertiesXml(const CString& csSheet) const
         if (m_nType == FILE)
         {
             csXml += PropRow(u"Encoding", GetProperty(u"cp"), u"The code page of the file");
-            csXml += ChoiceRow(u"Highlighiting mode", GetProperty(u"hmode"), u"The syntax the file is shown in",
-                               GetFileTypes()->GetTypeNamesComboList(false));
+            csXml +=
+                ChoiceRow(u"Highlighiting mode", GetProperty(u"hmode"), u"The syntax the file is shown in",
+                          GetFileTypes()->GetTypeNamesComboList(false));
         }
         if (m_nType == PROJECT)
         {
-            csXml += PropRow(u"Server URL", GetProperty(u"serverURL"), u"The address that serves the project's files");
+            csXml += PropRow(u"Server URL", GetProperty(u"serverURL"),
+                             u"The address that serves the project's files");
             csXml += ChoiceRow(u"Project type", GetProperty(u"projectType"), u"What the project builds",
                                u"General;Flash");
         }
@@ -365,8 +357,8 @@ void CProjectItem::Rename(const CString& csNew)
     try
     {
         if (csNew.IsEmpty() || csNew.FindOneOf(u"\\/") >= 0)
-            CProjectException::Raise(E_INVALIDARG, CProjectDll::IDS_CANT_RENAME, u"CProjectItem::Rename", SOURCE_FILE,
-                                     __LINE__);
+            CProjectException::Raise(E_INVALIDARG, CProjectDll::IDS_CANT_RENAME, u"CProjectItem::Rename",
+                                     SOURCE_FILE, __LINE__);
         if (m_nType == FILE)
         {
             csOld = GetFullPath();
@@ -390,7 +382,8 @@ void CProjectItem::DoRename(const CString& csOld, const CString& csNew)
 {
     if (!MoveFileEx(csOld, csNew, 0))
         CProjectException::Raise(static_cast<HRESULT>(0x80070000u | (GetLastError() & 0xFFFFu)),
-                                 CProjectDll::IDS_CANT_RENAME, u"CProjectItem::DoRename", SOURCE_FILE, __LINE__);
+                                 CProjectDll::IDS_CANT_RENAME, u"CProjectItem::DoRename", SOURCE_FILE,
+                                 __LINE__);
 }
 
 void CProjectItem::DoOpen()
@@ -423,7 +416,8 @@ CString CProjectItem::GetOptionArgument(const SCompilerOption& option, const CSt
     {
         const bool bBrowse = (dwKind & (SCompilerOption::BROWSE_FOLDER | SCompilerOption::BROWSE_FILE)) != 0;
         const CString& csFlag = option.m_csFlag;
-        const bool bPaths = csFlag == u"-swf" || csFlag == u"-out" || csFlag == u"-exclude" || csFlag == u"-pack";
+        const bool bPaths =
+            csFlag == u"-swf" || csFlag == u"-out" || csFlag == u"-exclude" || csFlag == u"-pack";
         if (!bBrowse && !bPaths)
             return csFlag + u" " + csTrimmed;
         // A list of paths: each one quoted behind its own flag.

@@ -11,67 +11,47 @@
 
 namespace
 {
-    constexpr const char16_t* SOURCE_FILE = u"CProjectManager.cpp";
+constexpr const char16_t* SOURCE_FILE = u"CProjectManager.cpp";
 
-    // Raises any failure as the project's exception with the message and place given; one of the
-    // project passes as it is.
-    [[noreturn]] void Rethrow(UINT nMessageId, const char16_t* szPlace, int nLine)
-    {
-        try
-        {
-            throw;
-        }
-        catch (const CProjectException&)
-        {
-            throw;
-        }
-        catch (const CXMLException& e)
-        {
-            CProjectException::Raise(e.Error(), nMessageId, szPlace, SOURCE_FILE, nLine);
-        }
-        catch (const std::bad_alloc&)
-        {
-            CProjectException::Raise(E_OUTOFMEMORY, nMessageId, szPlace, SOURCE_FILE, nLine);
-        }
-        catch (...)
-        {
-            CProjectException::Raise(E_FAIL, nMessageId, szPlace, SOURCE_FILE, nLine);
-        }
-    }
+// Raises the failure of a step as the project's exception.
+[[noreturn]] void Rethrow(UINT nMessageId, const char16_t* szPlace, int nLine)
+{
+    CProjectException::RaiseCurrent(nMessageId, szPlace, SOURCE_FILE, nLine);
+}
 
-    // The path with "/" as its only separator, for comparisons.
-    CString Normalize(const CString& csPath)
-    {
-        CString cs = csPath;
-        cs.Replace(u'\\', u'/');
-        return cs;
-    }
+// The path with "/" as its only separator, for comparisons.
+CString Normalize(const CString& csPath)
+{
+    CString cs = csPath;
+    cs.Replace(u'\\', u'/');
+    return cs;
+}
 
-    // Appends the full path of every file item below pItem.
-    void CollectFiles(const CProjectItem* pItem, CStringArray& aFiles)
+// Appends the full path of every file item below pItem.
+void CollectFiles(const CProjectItem* pItem, CStringArray& aFiles)
+{
+    for (int i = 0; i < pItem->GetChildrenCount(); ++i)
     {
-        for (int i = 0; i < pItem->GetChildrenCount(); ++i)
-        {
-            const auto* pChild = static_cast<const CProjectItem*>(pItem->GetChild(i));
-            if (pChild->GetType() == CProjectItem::FILE)
-                aFiles.Add(pChild->GetFullPath());
-            CollectFiles(pChild, aFiles);
-        }
+        const auto* pChild = static_cast<const CProjectItem*>(pItem->GetChild(i));
+        if (pChild->GetType() == CProjectItem::FILE)
+            aFiles.Add(pChild->GetFullPath());
+        CollectFiles(pChild, aFiles);
     }
+}
 
-    // The file item below pItem whose full path is csPath ("/" separators), or null.
-    ITreeItem* FindFile(CProjectItem* pItem, const CString& csPath)
+// The file item below pItem whose full path is csPath ("/" separators), or null.
+ITreeItem* FindFile(CProjectItem* pItem, const CString& csPath)
+{
+    for (int i = 0; i < pItem->GetChildrenCount(); ++i)
     {
-        for (int i = 0; i < pItem->GetChildrenCount(); ++i)
-        {
-            auto* pChild = static_cast<CProjectItem*>(pItem->GetChild(i));
-            if (pChild->GetType() == CProjectItem::FILE && Normalize(pChild->GetFullPath()) == csPath)
-                return pChild;
-            if (ITreeItem* pFound = FindFile(pChild, csPath))
-                return pFound;
-        }
-        return nullptr;
+        auto* pChild = static_cast<CProjectItem*>(pItem->GetChild(i));
+        if (pChild->GetType() == CProjectItem::FILE && Normalize(pChild->GetFullPath()) == csPath)
+            return pChild;
+        if (ITreeItem* pFound = FindFile(pChild, csPath))
+            return pFound;
     }
+    return nullptr;
+}
 } // namespace
 
 CProjectManager::CProjectManager() = default;
@@ -116,10 +96,11 @@ void CProjectManager::Open(const CString& csFile)
     {
         CXMLDocument doc(CXMLDocument::CLASS_DOCUMENT_30);
         if (!doc.Open(csFile, TRUE))
-            CProjectException::Raise(1, CProjectDll::IDS_CANT_OPEN, u"CProjectManager::Open", SOURCE_FILE, __LINE__);
-        if (doc.GetDocumentElement().IsNull())
-            CProjectException::Raise(E_POINTER, CProjectDll::IDS_CANT_OPEN, u"CProjectManager::Open", SOURCE_FILE,
+            CProjectException::Raise(1, CProjectDll::IDS_CANT_OPEN, u"CProjectManager::Open", SOURCE_FILE,
                                      __LINE__);
+        if (doc.GetDocumentElement().IsNull())
+            CProjectException::Raise(E_POINTER, CProjectDll::IDS_CANT_OPEN, u"CProjectManager::Open",
+                                     SOURCE_FILE, __LINE__);
         for (const CXMLNode& node : doc.GetDocumentNode().GetChildElements())
         {
             auto pItem = std::make_unique<CProjectItem>();
@@ -164,8 +145,8 @@ void CProjectManager::Save()
         }
         catch (const CCommonException& e)
         {
-            CProjectException::Raise(e.GetCode(), CProjectDll::IDS_CANT_SAVE, u"CProjectManager::Save", SOURCE_FILE,
-                                     __LINE__);
+            CProjectException::Raise(e.GetCode(), CProjectDll::IDS_CANT_SAVE, u"CProjectManager::Save",
+                                     SOURCE_FILE, __LINE__);
         }
         catch (...)
         {
@@ -213,8 +194,8 @@ void CProjectManager::Import(const CString& csFile)
         const int nSlash = std::max(csFile.ReverseFind(u'/'), csFile.ReverseFind(u'\\'));
         csTarget = nDot > nSlash ? csFile.Left(nDot + 1) + u"tsproj" : csFile + u".tsproj";
         if (FileExists(csTarget))
-            CProjectException::Raise(1, CProjectDll::IDS_IMPORT_EXISTS, u"CProjectManager::Import", SOURCE_FILE,
-                                     __LINE__);
+            CProjectException::Raise(1, CProjectDll::IDS_IMPORT_EXISTS, u"CProjectManager::Import",
+                                     SOURCE_FILE, __LINE__);
         CTextFileWrite file(csTarget, CTextFileBase::ENCODING_UTF16_LE);
         if (!file.IsOpen())
             CProjectException::Raise(1, CProjectDll::IDS_CANT_IMPORT, u"CProjectManager::Import", SOURCE_FILE,
@@ -232,8 +213,8 @@ void CProjectManager::Import(const CString& csFile)
     }
     catch (const CCommonException& e)
     {
-        CProjectException::Raise(e.GetCode(), CProjectDll::IDS_CANT_IMPORT, u"CProjectManager::Import", SOURCE_FILE,
-                                 __LINE__);
+        CProjectException::Raise(e.GetCode(), CProjectDll::IDS_CANT_IMPORT, u"CProjectManager::Import",
+                                 SOURCE_FILE, __LINE__);
     }
 }
 
@@ -292,9 +273,11 @@ CString CProjectManager::GetCommandLine() const
     if (pProject == nullptr)
         return CString();
     CString csLine;
-    for (const SCompilerOption* pOption = CProjectItem::GetCompilerOptions(); !pOption->m_csKey.IsEmpty(); ++pOption)
+    for (const SCompilerOption* pOption = CProjectItem::GetCompilerOptions(); !pOption->m_csKey.IsEmpty();
+         ++pOption)
     {
-        const CString csFragment = pProject->GetOptionArgument(*pOption, pProject->GetProperty(pOption->m_csKey));
+        const CString csFragment =
+            pProject->GetOptionArgument(*pOption, pProject->GetProperty(pOption->m_csKey));
         if (!csFragment.IsEmpty())
             csLine += csFragment + u" ";
     }
