@@ -1,7 +1,7 @@
 // Throughput of the text model: loading large files, many small edits with undo recording, undoing
 // them, deleting a large range, and one typed character in a small and in a large document.
-#include "Edit/CEditTextStore.h"
-#include "Edit/CTextBuffer.h"
+#include "Edit/Model/CEditTextStore.h"
+#include "Edit/Model/CTextBuffer.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

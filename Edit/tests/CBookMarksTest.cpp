@@ -1,9 +1,9 @@
 // Bookmarks: order, toggling with numbers, next and previous with wrap, following edits, storing.
-#include "Edit/CBookmarks.h"
-#include "Edit/CBookmarkItem.h"
-#include "Edit/CEmptyTextBufferEvents.h"
-#include "Edit/CTextBuffer.h"
-#include "Edit/ITextProcessor.h"
+#include "Edit/Model/CBookmarks.h"
+#include "Edit/Commands/ITextProcessor.h"
+#include "Edit/Model/CBookmarkItem.h"
+#include "Edit/Model/CEmptyTextBufferEvents.h"
+#include "Edit/Model/CTextBuffer.h"
 
 #include "Platform/CArchive.h"
 #include "Platform/CBitmap.h"

@@ -1,5 +1,5 @@
 // Text through the clipboard, the column mark of the process and its checksum.
-#include "Edit/CClipboard.h"
+#include "Edit/View/CClipboard.h"
 
 #include "Platform/ClipboardService.h"
 

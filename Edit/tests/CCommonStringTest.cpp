@@ -1,5 +1,5 @@
 // Character classes, tab and column arithmetic, word wrap and the case commands.
-#include "Edit/CCommonString.h"
+#include "Edit/View/CCommonString.h"
 
 #include "Platform/CException.h"
 

@@ -1,8 +1,8 @@
 // Offset searches, text points and selections; event groups, and the reporting of failures to the
 // log.
-#include "Edit/CFindArray.h"
-#include "Edit/CSelection.h"
-#include "Edit/CTextPoint.h"
+#include "Edit/View/CFindArray.h"
+#include "Edit/View/CSelection.h"
+#include "Edit/View/CTextPoint.h"
 
 #include "Common_h/CCommonException.h"
 #include "Common_h/CSendEventsGroup.h"

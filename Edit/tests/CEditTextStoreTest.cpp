@@ -1,5 +1,5 @@
 // The line store: raw edits, reading ranges, and loading and saving through the buffer files.
-#include "Edit/CEditTextStore2.h"
+#include "Edit/Model/CEditTextStore2.h"
 
 #include "Platform/CException.h"
 #include "Platform/FileOperations.h"

@@ -1,5 +1,5 @@
 // Regions: when a range crosses a region and when the two overlap.
-#include "Edit/COutliningBlock.h"
+#include "Edit/Model/COutliningBlock.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 

@@ -1,8 +1,8 @@
 // The outlining buffer: adding regions, line states, folding, and following edits.
-#include "Edit/COutliningBuffer.h"
-#include "Edit/CDeleteTextContext.h"
-#include "Edit/CInsertTextContext.h"
-#include "Edit/CTextBuffer.h"
+#include "Edit/Model/COutliningBuffer.h"
+#include "Edit/Model/CDeleteTextContext.h"
+#include "Edit/Model/CInsertTextContext.h"
+#include "Edit/Model/CTextBuffer.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <string>

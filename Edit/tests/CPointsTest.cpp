@@ -1,7 +1,7 @@
 // Change contexts: how positions kept beside the text follow an insertion, a deletion and a group.
-#include "Edit/CChangeTextContext.h"
-#include "Edit/CDeleteTextContext.h"
-#include "Edit/CInsertTextContext.h"
+#include "Edit/Model/CChangeTextContext.h"
+#include "Edit/Model/CDeleteTextContext.h"
+#include "Edit/Model/CInsertTextContext.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 

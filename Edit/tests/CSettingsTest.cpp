@@ -1,8 +1,8 @@
 // The settings object: loading and saving through a profile store, the switches and their events,
 // and the fonts and pens it makes. Each case has a store of its own in a fresh file, so earlier
 // runs and other suites don't matter.
-#include "Edit/CEmptyTextEditSettingsEvents.h"
-#include "Edit/CTextSettings.h"
+#include "Edit/Screen/CEmptyTextEditSettingsEvents.h"
+#include "Edit/Screen/CTextSettings.h"
 
 #include "Platform/CProfileStore.h"
 

@@ -1,6 +1,6 @@
 // The text buffer: loading and saving, edits with their events, undo groups and the modified state.
-#include "Edit/CTextBuffer.h"
-#include "Edit/CEmptyTextBufferEvents.h"
+#include "Edit/Model/CTextBuffer.h"
+#include "Edit/Model/CEmptyTextBufferEvents.h"
 
 #include "Platform/CException.h"
 #include "Platform/FileOperations.h"

@@ -1,6 +1,6 @@
 // The colour buffer: setting and reading records, and records following edits of a real text buffer.
-#include "Edit/CTextColorBuffer.h"
-#include "Edit/CTextBuffer.h"
+#include "Edit/Model/CTextColorBuffer.h"
+#include "Edit/Model/CTextBuffer.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <vector>

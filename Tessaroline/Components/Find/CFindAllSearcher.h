@@ -7,7 +7,7 @@
 #include "IFileList.h"
 #include "ISearcher.h"
 
-#include "Edit/CEditTextStore.h"
+#include "Edit/Model/CEditTextStore.h"
 #include "Platform/CArray.h"
 
 class CFindAllSearcher : public ISearcher

@@ -4,7 +4,7 @@
 
 #include "ISearchLines.h"
 
-#include "Edit/ITextStore.h"
+#include "Edit/Model/ITextStore.h"
 
 class CTextStoreSearchLines : public ISearchLines
 {

@@ -1,7 +1,7 @@
 // Throughput of the buffer search over a generated 100 MB text, plain and with a regular expression,
 // against grep on the same file; and of the folder walk over a generated tree of 100,000 files against
 // find. The hit counts of each pair are compared, and a summary with the ratios ends the run.
-#include "Edit/CEditTextStore.h"
+#include "Edit/Model/CEditTextStore.h"
 #include "Tessaroline/Components/Find/CFileDirList.h"
 #include "Tessaroline/Components/Find/CSearchInBuffer.h"
 #include "Tessaroline/Components/Find/CTextStoreSearchLines.h"

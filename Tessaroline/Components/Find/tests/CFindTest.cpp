@@ -1,6 +1,6 @@
 // Find-next through the buffer search: runs over no, one and two sources, the wrap back to the start,
 // a searcher that never stops, backwards over an empty line, and the editor's searcher.
-#include "Edit/CEditTextStore.h"
+#include "Edit/Model/CEditTextStore.h"
 #include "Platform/MessageBox.h"
 #include "Tessaroline/Components/Find/CSearchInBuffer.h"
 #include "Tessaroline/Components/Find/CSearchRes.h"
