@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
+#include <string>
 #include <system_error>
 #include <tuple>
 
@@ -123,6 +124,18 @@ CString AllText(CTextBuffer& buffer)
     CString csText;
     buffer.GetAllText(csText);
     return csText;
+}
+
+// The undo flags: 'U' can undo, 'R' can redo, 'M' modified, '-' for each that is not set.
+std::string Flags(CTextBuffer& buffer)
+{
+    return {buffer.CanUndo() ? 'U' : '-', buffer.CanRedo() ? 'R' : '-', buffer.IsModified() ? 'M' : '-'};
+}
+
+// The text and the undo flags, "text|flags", so that a failure shows both.
+std::string Snapshot(CTextBuffer& buffer)
+{
+    return AllText(buffer).ToUtf8() + "|" + Flags(buffer);
 }
 
 // A new buffer holding the text.
@@ -317,17 +330,13 @@ public:
     {
         CTextBuffer buffer;
         Fill(buffer, u"kil\r\nler");
-        CPPUNIT_ASSERT(buffer.CanUndo());
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(std::string("kil\r\nler|U-M"), Snapshot(buffer));
         CPPUNIT_ASSERT(buffer.Undo() == nullptr);
-        CPPUNIT_ASSERT(AllText(buffer).IsEmpty());
-        CPPUNIT_ASSERT(buffer.GetLinesCount() == 1);
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        CPPUNIT_ASSERT(buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(std::string("|-R-"), Snapshot(buffer));
+        CPPUNIT_ASSERT_EQUAL(1, buffer.GetLinesCount());
         CPPUNIT_ASSERT(buffer.Undo() == nullptr);
         buffer.Redo();
-        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler");
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(std::string("kil\r\nler|U-M"), Snapshot(buffer));
         CPPUNIT_ASSERT(buffer.Redo() == nullptr);
 
         // Undo and redo of several groups go back and forth through them in order.
@@ -336,16 +345,15 @@ public:
         buffer.InsertText(CPoint(0, 0), u">", ptEnd);
         buffer.Undo();
         buffer.Undo();
-        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler");
+        CPPUNIT_ASSERT_EQUAL(std::string("kil\r\nler|URM"), Snapshot(buffer));
         buffer.Redo();
-        CPPUNIT_ASSERT(AllText(buffer) == u"kil\r\nler!");
+        CPPUNIT_ASSERT_EQUAL(std::string("kil\r\nler!|URM"), Snapshot(buffer));
         // A new edit drops what could be redone.
         buffer.InsertText(CPoint(0, 1), u"<", ptEnd);
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(std::string("kil\r\n<ler!|U-M"), Snapshot(buffer));
         for (int i = 0; i < 3; ++i)
             buffer.Undo();
-        CPPUNIT_ASSERT(AllText(buffer).IsEmpty());
-        CPPUNIT_ASSERT(!buffer.CanUndo());
+        CPPUNIT_ASSERT_EQUAL(std::string("|-R-"), Snapshot(buffer));
     }
 
     void DeleteUndoTest()
@@ -353,15 +361,11 @@ public:
         CTextBuffer buffer;
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test3.dat"));
         buffer.DeleteText(CPoint(6, 0), CPoint(5, 2));
-        CPPUNIT_ASSERT(AllText(buffer) == u"Simple");
-        CPPUNIT_ASSERT(buffer.CanUndo());
+        CPPUNIT_ASSERT_EQUAL(std::string("Simple|U-M"), Snapshot(buffer));
         buffer.Undo();
-        CPPUNIT_ASSERT(AllText(buffer) == u"Simple text file\r\nwith three\r\nlines");
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        CPPUNIT_ASSERT(buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(std::string("Simple text file\r\nwith three\r\nlines|-R-"), Snapshot(buffer));
         buffer.Redo();
-        CPPUNIT_ASSERT(AllText(buffer) == u"Simple");
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(std::string("Simple|U-M"), Snapshot(buffer));
     }
 
     void UndoGroupTest()
@@ -375,43 +379,42 @@ public:
         buffer.InsertText(CPoint(3, 0), u"\r\nbig\r\n", ptEnd);
         buffer.DeleteText(CPoint(0, 0), CPoint(1, 1));
         CPPUNIT_ASSERT(AllText(buffer) == u"ig\r\nler");
-        CPPUNIT_ASSERT(buffer.EndOperation() == 1);
+        CPPUNIT_ASSERT_EQUAL(1, buffer.EndOperation());
         CPPUNIT_ASSERT(buffer.GetOperation() == pOperation);
 
         CPPUNIT_ASSERT(buffer.Undo() == pOperation);
         CPPUNIT_ASSERT(pOperation->GetDescription() == u"Killer");
-        CPPUNIT_ASSERT(AllText(buffer) == u"killer");
+        CPPUNIT_ASSERT_EQUAL(std::string("killer|URM"), Snapshot(buffer));
         CPPUNIT_ASSERT(buffer.GetOperation() == nullptr);
         CPPUNIT_ASSERT(buffer.Redo() == pOperation);
-        CPPUNIT_ASSERT(AllText(buffer) == u"ig\r\nler");
+        CPPUNIT_ASSERT_EQUAL(std::string("ig\r\nler|U-M"), Snapshot(buffer));
         buffer.Undo();
 
         // An empty group is dropped with its operation and leaves redo alone.
         buffer.BeginOperation(new CKillerOperation(nDestroyed));
-        CPPUNIT_ASSERT(buffer.EndOperation() == 0);
-        CPPUNIT_ASSERT(nDestroyed == 1);
-        CPPUNIT_ASSERT(buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(0, buffer.EndOperation());
+        CPPUNIT_ASSERT_EQUAL(1, nDestroyed);
+        CPPUNIT_ASSERT_EQUAL(std::string("URM"), Flags(buffer));
         CPPUNIT_ASSERT(buffer.GetOperation() == nullptr);
 
         // A new group drops the undone one, and with it its operation.
         buffer.BeginOperation(nullptr);
         buffer.InsertText(CPoint(6, 0), u"s", ptEnd);
-        CPPUNIT_ASSERT(buffer.EndOperation() == 1);
-        CPPUNIT_ASSERT(nDestroyed == 2);
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(1, buffer.EndOperation());
+        CPPUNIT_ASSERT_EQUAL(2, nDestroyed);
+        CPPUNIT_ASSERT_EQUAL(std::string("U-M"), Flags(buffer));
 
         // Close frees the rest, once, and empties the lines.
         buffer.BeginOperation(new CKillerOperation(nDestroyed));
         buffer.DeleteText(CPoint(0, 0), CPoint(1, 0));
         buffer.EndOperation();
         buffer.Close();
-        CPPUNIT_ASSERT(nDestroyed == 3);
-        CPPUNIT_ASSERT(buffer.GetLinesCount() == 0);
+        CPPUNIT_ASSERT_EQUAL(3, nDestroyed);
+        CPPUNIT_ASSERT_EQUAL(0, buffer.GetLinesCount());
         CPPUNIT_ASSERT(buffer.GetTextColorBuffer()->GetTextColor(CPoint(1, 0)) ==
                        ITextColorBuffer::COLOR_INFO());
         // The positions survive Close: the buffer claims undo, which then fails.
-        CPPUNIT_ASSERT(buffer.CanUndo());
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(std::string("U-M"), Flags(buffer));
         CPPUNIT_ASSERT(buffer.GetOperation() == nullptr);
         CPPUNIT_ASSERT_THROW(buffer.Undo(), CInvalidArgException);
 
@@ -426,28 +429,29 @@ public:
 
     void IsModifiedTest()
     {
+        // Each step and the flags it leaves.
         const CString csSaved = TEST_FILES + u"test22.dat";
         CTextBuffer buffer;
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test1.dat"));
-        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPPUNIT_ASSERT_EQUAL(std::string("---"), Flags(buffer));
         CPoint ptEnd;
         buffer.InsertText(CPoint(0, 0), u"x", ptEnd);
-        CPPUNIT_ASSERT(buffer.IsModified());
+        CPPUNIT_ASSERT_EQUAL(std::string("U-M"), Flags(buffer));
         buffer.Undo();
-        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPPUNIT_ASSERT_EQUAL(std::string("-R-"), Flags(buffer));
         buffer.Redo();
-        CPPUNIT_ASSERT(buffer.IsModified());
+        CPPUNIT_ASSERT_EQUAL(std::string("U-M"), Flags(buffer));
         CPPUNIT_ASSERT(buffer.SaveToFile(csSaved, FALSE, 0, 1));
-        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPPUNIT_ASSERT_EQUAL(std::string("U--"), Flags(buffer));
         buffer.Undo();
-        CPPUNIT_ASSERT(buffer.IsModified());
+        CPPUNIT_ASSERT_EQUAL(std::string("-RM"), Flags(buffer));
         buffer.Redo();
-        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPPUNIT_ASSERT_EQUAL(std::string("U--"), Flags(buffer));
 
         // Only positions count: saved at 1, undone, edited anew: back at 1 and "not modified".
         buffer.Undo();
         buffer.InsertText(CPoint(0, 0), u"y", ptEnd);
-        CPPUNIT_ASSERT(!buffer.IsModified());
+        CPPUNIT_ASSERT_EQUAL(std::string("U--"), Flags(buffer));
         CPPUNIT_ASSERT(DeleteFile(csSaved));
     }
 
