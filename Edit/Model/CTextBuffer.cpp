@@ -11,26 +11,8 @@ namespace
 // The undo list grows by at least this many groups at a time.
 constexpr int MIN_GROUPS_GROW_BY = 1024;
 
-// Runs fn when the scope is left normally; when it is left by an exception, runs it too but drops a
-// second exception from it, which would otherwise end the process.
-template <typename Fn> void CloseScope(int nUncaughtAtStart, Fn&& fn)
-{
-    if (std::uncaught_exceptions() > nUncaughtAtStart)
-    {
-        try
-        {
-            fn();
-        }
-        catch (...)
-        {
-        }
-    }
-    else
-        fn();
-}
-
-// Runs fn inside a handler that rethrows the exception being handled afterwards: an exception from
-// fn is dropped so that the first one is what the caller sees.
+// Runs fn and drops any exception from it: used while another exception is on its way to the caller,
+// which is the one the caller should see.
 template <typename Fn> void RunDroppingExceptions(Fn&& fn) noexcept
 {
     try
@@ -40,6 +22,16 @@ template <typename Fn> void RunDroppingExceptions(Fn&& fn) noexcept
     catch (...)
     {
     }
+}
+
+// Runs fn when a scope ends. Left by an exception, the scope drops a second one from fn, which would
+// otherwise end the process; left normally, fn's exception passes on.
+template <typename Fn> void CloseScope(int nUncaughtAtStart, Fn&& fn)
+{
+    if (std::uncaught_exceptions() > nUncaughtAtStart)
+        RunDroppingExceptions(fn);
+    else
+        fn();
 }
 } // namespace
 
