@@ -73,8 +73,7 @@ public:
     BOOL LineTo(int x, int y);
     BOOL LineTo(const CPoint& pt) { return LineTo(pt.x, pt.y); }
 
-    // Fills with a colour; as with the familiar surface, the background colour is that colour
-    // afterwards.
+    // Fills with a colour, which is also the background colour afterwards (as SetBkColor would set it).
     void FillSolidRect(const CRect& rt, COLORREF crColor);
     void FillSolidRect(int x, int y, int cx, int cy, COLORREF crColor)
     {

@@ -1,5 +1,5 @@
-// CEvent: an event that one thread sets and others wait for, with the results of the familiar waiting
-// functions. Besides its own wait it gives a system handle, so that a thread blocked on other system
+// CEvent: an event that one thread sets and others wait for; a wait ends with WAIT_OBJECT_0 or
+// WAIT_TIMEOUT. Besides its own wait it gives a system handle, so that a thread blocked on other system
 // handles (folder notifications, the mount table) wakes when the event is set.
 #pragma once
 

@@ -1,4 +1,5 @@
-// CFile: a binary file of the operating system, with the familiar open flags.
+// CFile: a binary file of the operating system, opened with the mode and share flags the components
+// pass (modeRead, modeCreate, shareDenyWrite, ...).
 #pragma once
 
 #include "CException.h"

@@ -4,35 +4,20 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
+#include <mntent.h>
 #include <poll.h>
-#include <string>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace
 {
-// A table is small; a file larger than this is no mount table.
-constexpr std::size_t MAX_TABLE_SIZE = 16 << 20;
-
-// One field with its octal escapes ("\040", "\011", "\012", "\134") turned back into bytes.
-std::string Unescape(std::string_view szField)
-{
-    std::string szResult;
-    for (std::size_t i = 0; i < szField.size(); ++i)
-    {
-        const auto IsOctal = [&](std::size_t n) { return szField[n] >= '0' && szField[n] <= '7'; };
-        if (szField[i] == '\\' && i + 3 < szField.size() && IsOctal(i + 1) && IsOctal(i + 2) &&
-            IsOctal(i + 3))
-        {
-            szResult += static_cast<char>(((szField[i + 1] - '0') << 6) | ((szField[i + 2] - '0') << 3) |
-                                          (szField[i + 3] - '0'));
-            i += 3;
-        }
-        else
-            szResult += szField[i];
-    }
-    return szResult;
-}
+// A table is small; one with more entries than this is no mount table.
+constexpr int MAX_TABLE_ENTRIES = 1 << 20;
+// Room for one line; the system's tables keep their lines far shorter, longer ones are skipped.
+constexpr int LINE_BUFFER_SIZE = 16 * 1024;
 } // namespace
 
 CMountTable::CMountTable(const CString& csFile) : m_csFile(csFile) {}
@@ -46,58 +31,39 @@ CMountTable::~CMountTable()
 BOOL CMountTable::Read(CArray<SMount>& aMounts) const
 {
     aMounts.RemoveAll();
-    const int hFile = ::open(ToNativePath(m_csFile).c_str(), O_RDONLY | O_CLOEXEC);
-    if (hFile < 0)
+    FILE* pFile = ::setmntent(ToNativePath(m_csFile).c_str(), "re");
+    if (!pFile)
         return FALSE;
-    std::string szText;
-    char aBuffer[16 * 1024];
-    bool bFailed = false;
-    for (;;)
+    // A device (such as /dev/zero) would be read without end; a folder is no table.
+    struct stat info;
+    if (::fstat(::fileno(pFile), &info) != 0 || S_ISCHR(info.st_mode) || S_ISBLK(info.st_mode) ||
+        S_ISDIR(info.st_mode))
     {
-        const ssize_t nRead = ::read(hFile, aBuffer, sizeof(aBuffer));
-        if (nRead < 0 && errno == EINTR)
-            continue;
-        if (nRead < 0 || szText.size() > MAX_TABLE_SIZE)
-            bFailed = true;
-        if (nRead <= 0 || bFailed)
-            break;
-        szText.append(aBuffer, static_cast<std::size_t>(nRead));
+        ::endmntent(pFile);
+        return FALSE;
     }
-    ::close(hFile);
-    if (bFailed)
-        return FALSE;
-    Parse(szText, aMounts);
-    return TRUE;
-}
-
-void CMountTable::Parse(std::string_view szText, CArray<SMount>& aMounts)
-{
-    while (!szText.empty())
+    // The reader turns the system's octal escapes ("\040" for a space) back into bytes and passes
+    // over comments and blank lines; a line without a type has fewer than three fields and is skipped.
+    std::vector<char> aLine(LINE_BUFFER_SIZE);
+    mntent entry;
+    BOOL bRead = TRUE;
+    int nEntries = 0;
+    while (::getmntent_r(pFile, &entry, aLine.data(), LINE_BUFFER_SIZE) != nullptr)
     {
-        const std::size_t nEnd = szText.find('\n');
-        std::string_view szLine = szText.substr(0, nEnd);
-        szText.remove_prefix(nEnd == std::string_view::npos ? szText.size() : nEnd + 1);
-
-        std::string_view aFields[3];
-        int nFields = 0;
-        while (nFields < 3)
+        if (++nEntries > MAX_TABLE_ENTRIES)
         {
-            const std::size_t nStart = szLine.find_first_not_of(" \t");
-            if (nStart == std::string_view::npos)
-                break;
-            szLine.remove_prefix(nStart);
-            const std::size_t nStop = std::min(szLine.find_first_of(" \t"), szLine.size());
-            aFields[nFields++] = szLine.substr(0, nStop);
-            szLine.remove_prefix(nStop);
+            bRead = FALSE;
+            break;
         }
-        if (nFields < 3)
+        if (!entry.mnt_type || !*entry.mnt_type)
             continue;
-        SMount mount;
-        mount.csSource = CString::FromUtf8(Unescape(aFields[0]));
-        mount.csMountPoint = CString::FromUtf8(Unescape(aFields[1]));
-        mount.csType = CString::FromUtf8(Unescape(aFields[2]));
-        aMounts.Add(mount);
+        aMounts.Add(SMount{CString::FromUtf8(entry.mnt_fsname), CString::FromUtf8(entry.mnt_dir),
+                           CString::FromUtf8(entry.mnt_type)});
     }
+    ::endmntent(pFile);
+    if (!bRead)
+        aMounts.RemoveAll();
+    return bRead;
 }
 
 BOOL CMountTable::IsDrive(const SMount& mount)

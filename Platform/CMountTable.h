@@ -7,8 +7,6 @@
 #include "CString.h"
 #include "Types.h"
 
-#include <string_view>
-
 class CMountTable
 {
 public:
@@ -28,12 +26,10 @@ public:
     CMountTable& operator=(const CMountTable&) = delete;
     ~CMountTable();
 
-    // Reads the table anew; FALSE (and aMounts empty) if it cannot be read.
+    // Reads the table anew: one mount a line, fields apart by blanks, with the octal escapes of the
+    // system ("\040" for a space); lines with fewer than three fields are skipped. FALSE (and
+    // aMounts empty) if it cannot be read or is no table.
     BOOL Read(CArray<SMount>& aMounts) const;
-
-    // The mounts of a table's text: one a line, fields apart by blanks, with the octal escapes of the
-    // system ("\040" for a space). Lines with fewer than three fields are skipped.
-    static void Parse(std::string_view szText, CArray<SMount>& aMounts);
 
     // TRUE for what a user sees as a drive: a file system on a device (not a read-only package image)
     // or a network share.

@@ -17,11 +17,6 @@ int Clamp(int n, int nLow, int nHigh) noexcept
 }
 } // namespace
 
-[[noreturn]] void AfxThrowInvalidArgException()
-{
-    throw CInvalidArgException();
-}
-
 CString::CString(const char16_t* szText, int nLength)
 {
     if (szText && nLength > 0)

@@ -44,7 +44,8 @@ public:
     [[nodiscard]] int ReverseFind(char16_t ch) const noexcept;
     [[nodiscard]] int FindOneOf(std::u16string_view szChars) const noexcept;
 
-    // Extraction; counts and indexes are clamped to the string as the familiar class does.
+    // Extraction; counts and indexes are clamped to the string: a negative start is 0, a count past the
+    // end stops at the end, and nothing is raised.
     [[nodiscard]] CString Mid(int nFirst) const;
     [[nodiscard]] CString Mid(int nFirst, int nCount) const;
     [[nodiscard]] CString Left(int nCount) const;

@@ -30,8 +30,8 @@ std::string ParentOf(const std::string& szPath)
     return n == 0 ? "/" : szTrimmed.substr(0, n);
 }
 
-// Records the failure of an operation on szPath: a missing entry whose folder is missing too is a
-// missing path, as the familiar services report it.
+// Records the failure of an operation on szPath: a missing entry whose folder is missing too is
+// reported as a missing path, a missing entry in an existing folder as a missing file.
 BOOL Fail(int nErrno, const std::string& szPath)
 {
     DWORD dwError = ErrnoToLastError(nErrno);
@@ -177,7 +177,7 @@ BOOL MoveFileEx(const CString& csExisting, const CString& csNew, DWORD dwFlags)
         struct stat st
         {
         };
-        // The familiar service never replaces a folder, rename(2) would replace an empty one.
+        // A move never replaces a folder (callers expect a failure), rename(2) would replace an empty one.
         if (::stat(szNew.c_str(), &st) == 0 && S_ISDIR(st.st_mode))
             return Fail(EACCES, szNew);
         if (::rename(szOld.c_str(), szNew.c_str()) != 0)

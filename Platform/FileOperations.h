@@ -1,5 +1,5 @@
-// File and folder operations by the familiar names, with the failure code of the last one kept per
-// thread for GetLastError. Paths take "\\" or "/" as separators.
+// File and folder operations (DeleteFile, MoveFileEx, CreateDirectoryW, ...), with the failure code of
+// the last one kept per thread for GetLastError. Paths take "\\" or "/" as separators.
 #pragma once
 
 #include "CString.h"

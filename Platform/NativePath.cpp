@@ -33,10 +33,11 @@ std::string FindEntryNoCase(const std::string& szFolder, const std::string& szNa
     return nFound == 1 ? szFound : std::string();
 }
 
-// Paths of the design come from a file system that ignores case ("..\Autocomplete\" names the
-// folder AutoComplete/). When the path does not exist as written, each component that is
-// missing is matched against the folder's entries without regard to case; components that
-// still match nothing are kept as written, so a file about to be created keeps its name.
+// The suites name their data as on a file system that ignores case: "..\Autocomplete\Tests\TestFiles\"
+// is AutoComplete/tests/testfiles/, "../ProjectManager/Tests/TestFiles/" is ProjectManager/tests/testfiles/.
+// When the path does not exist as written, each component that is missing is matched against the
+// folder's entries without regard to case; components that still match nothing are kept as written, so
+// a file about to be created keeps its name.
 std::string ResolveCase(const std::string& szPath)
 {
     if (szPath.empty() || Exists(szPath))

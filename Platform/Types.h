@@ -1,4 +1,5 @@
-// Fixed-width scalar types and small macros that the components use by their familiar names.
+// Fixed-width scalar types (BOOL, DWORD, COLORREF, ...), TRUE, FALSE and RGB under the names the
+// components are written with; BOOL is 32 bits wide and any non-zero value is true.
 #pragma once
 
 #include <cstdint>

@@ -10,6 +10,7 @@
 #include <cppunit/XmlOutputter.h>
 #include <fstream>
 #include <iostream>
+#include <utility>
 
 namespace
 {
@@ -17,24 +18,34 @@ namespace
 class CCaseProgressListener : public CppUnit::TestListener
 {
 public:
+    explicit CCaseProgressListener(std::ostream& out) : m_out(out) {}
     void startTest(CppUnit::Test* pTest) override
     {
         m_bFailed = false;
-        std::cout << pTest->getName() << std::flush;
+        m_out << pTest->getName() << std::flush;
     }
     void addFailure(const CppUnit::TestFailure& failure) override
     {
         m_bFailed = true;
-        std::cout << (failure.isError() ? " : ERROR" : " : FAILED");
+        m_out << (failure.isError() ? " : ERROR" : " : FAILED");
     }
-    void endTest(CppUnit::Test*) override { std::cout << (m_bFailed ? "\n" : " : OK\n") << std::flush; }
+    void endTest(CppUnit::Test*) override { m_out << (m_bFailed ? "\n" : " : OK\n") << std::flush; }
 
 private:
+    std::ostream& m_out;
     bool m_bFailed = false;
 };
 } // namespace
 
-CSuiteRunner::CSuiteRunner() = default;
+CSuiteRunner::CSuiteRunner() : CSuiteRunner(std::cout, GetModuleFolder().ToUtf8() + "SelfCheck-results.xml")
+{
+}
+
+CSuiteRunner::CSuiteRunner(std::ostream& out, std::string szReport)
+    : m_out(out), m_szReport(std::move(szReport))
+{
+}
+
 CSuiteRunner::~CSuiteRunner() = default;
 
 void CSuiteRunner::addTest(CppUnit::Test* pTest)
@@ -46,29 +57,28 @@ void CSuiteRunner::run()
 {
     CppUnit::TestResult controller;
     CppUnit::TestResultCollector collector;
-    CCaseProgressListener progress;
+    CCaseProgressListener progress(m_out);
     controller.addListener(&collector);
     controller.addListener(&progress);
     if (m_pTest)
     {
-        std::cout << m_pTest->getName() << ": " << m_pTest->countTestCases() << " cases\n";
+        m_out << m_pTest->getName() << ": " << m_pTest->countTestCases() << " cases\n";
         m_pTest->run(&controller);
     }
 
     if (collector.testFailuresTotal() > 0)
     {
-        std::cout << "\n";
-        CppUnit::CompilerOutputter(&collector, std::cout).printFailureReport();
+        m_out << "\n";
+        CppUnit::CompilerOutputter(&collector, m_out).printFailureReport();
     }
 
-    const std::string report = GetModuleFolder().ToUtf8() + "SelfCheck-results.xml";
-    std::ofstream xml(report);
+    std::ofstream xml(m_szReport);
     if (xml)
         CppUnit::XmlOutputter(&collector, xml).write();
     else
-        std::cerr << "cannot write the report " << report << "\n";
+        std::cerr << "cannot write the report " << m_szReport << "\n";
 
     const int nRun = collector.runTests();
     const int nFailed = collector.testFailuresTotal();
-    std::cout << "\n" << (nRun - nFailed) << " passed, " << nFailed << " failed" << std::endl;
+    m_out << "\n" << (nRun - nFailed) << " passed, " << nFailed << " failed" << std::endl;
 }

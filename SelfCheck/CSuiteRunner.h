@@ -2,13 +2,17 @@
 #pragma once
 
 #include <cppunit/Test.h>
+#include <iosfwd>
 #include <memory>
 #include <string>
 
 class CSuiteRunner
 {
 public:
+    // Reports on the console and writes the XML report beside the executable.
     CSuiteRunner();
+    // Reports into out and writes the XML report to szReport.
+    CSuiteRunner(std::ostream& out, std::string szReport);
     CSuiteRunner(const CSuiteRunner&) = delete;
     CSuiteRunner& operator=(const CSuiteRunner&) = delete;
     ~CSuiteRunner();
@@ -21,5 +25,7 @@ public:
     void run();
 
 private:
-    std::unique_ptr<CppUnit::Test> m_pTest;
+    std::unique_ptr<CppUnit::Test> m_pTest; // the suite to run
+    std::ostream& m_out;                    // where the progress and the summary go
+    std::string m_szReport;                 // the file of the XML report
 };

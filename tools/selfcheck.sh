@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the project and runs the self-check from SelfCheck/, where its relative data paths resolve.
+# Builds the project (a no-op when tools/test.sh or an earlier run built it) and runs the self-check in
+# a fresh copy of the suites' data (tools/run-selfcheck.sh), so that the checkout is never written.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/tools/build.sh"
-cd "$root/SelfCheck"
-exec "${BUILD_DIR:-$root/build}/bin/SelfCheck"
+exec "$root/tools/run-selfcheck.sh" "${BUILD_DIR:-$root/build}"

@@ -6,6 +6,7 @@
 #include "AutoComplete/CACXMLWordsConfigurator.h"
 #include "AutoComplete/tests/ACTestData.h"
 #include "Platform/AppFolders.h"
+#include "Platform/CTempFolder.h"
 #include "Platform/CWinApp.h"
 #include "Platform/NativePath.h"
 
@@ -89,7 +90,7 @@ public:
         }
         catch (const CACException& e)
         {
-            CPPUNIT_ASSERT(e.GetText().Find(u"CACXMLConfigurator::GetFiles") == 0);
+            CPPUNIT_ASSERT_EQUAL(0, e.GetText().Find(u"CACXMLConfigurator::GetFiles"));
             CPPUNIT_ASSERT(e.GetText().Find((u"Can't load xml :" + File(u"nosuchcatalogue.xml")).Str()) > 0);
         }
     }
@@ -100,7 +101,8 @@ public:
         CACXMLWordsConfigurator words(&settings);
         SACTransformXslData data = words.ACInputData2TransformXslData(Request({u"php"}, {}, u"function"));
         CPPUNIT_ASSERT_EQUAL(CString(u"true"), data.m_csIsRoot);
-        CPPUNIT_ASSERT(data.m_Key.m_csKeyName.IsEmpty() && data.m_Key.m_csKeyType.IsEmpty());
+        CPPUNIT_ASSERT(data.m_Key.m_csKeyName.IsEmpty());
+        CPPUNIT_ASSERT(data.m_Key.m_csKeyType.IsEmpty());
         CPPUNIT_ASSERT_EQUAL(CString(u"function"), data.m_csSelectType);
 
         data = words.ACInputData2TransformXslData(Request({u"html"}, {{u"html", u"tag"}}, u"attr"));
@@ -135,7 +137,7 @@ public:
         CACXMLWordsConfigurator configurator(&settings);
         const SACInputData inputData = Request({u"php"}, {}, u"function");
         const CString csXml = configurator.GetTransformedXml(inputData);
-        CPPUNIT_ASSERT(csXml.Find(u"<root>\r\n") == 0);
+        CPPUNIT_ASSERT_EQUAL(0, csXml.Find(u"<root>\r\n"));
         CPPUNIT_ASSERT_EQUAL(Children(File(u"phpresult1.xml"), TRUE), Children(csXml));
 
         // Not cached until the caller stores it; then the stored text comes back as it is.
@@ -183,7 +185,8 @@ public:
         CPPUNIT_ASSERT_EQUAL(File(u"phpinfo.xsl"), scheme.m_csInfoXslFile);
         // An empty information sheet is allowed.
         aSchemes = Files({u"html"});
-        CPPUNIT_ASSERT(aSchemes.GetSize() == 1 && aSchemes.GetValue(0).m_csInfoXslFile.IsEmpty());
+        CPPUNIT_ASSERT_EQUAL(1, aSchemes.GetSize());
+        CPPUNIT_ASSERT(aSchemes.GetValue(0).m_csInfoXslFile.IsEmpty());
         // A missing sheet, a missing or unnamed word file, an unknown type, or one that can't be
         // named in a path: no scheme and no message.
         for (const char16_t* szType : {u"nosheet", u"noword", u"nofile", u"perl", u"", u"php' or '1'='1"})
@@ -204,10 +207,10 @@ public:
         CTestSettings bare(u"ACSchemes.xml");
         CACXMLWordsConfigurator configurator(&bare);
         CPPUNIT_ASSERT_EQUAL(CString(u".\\"), configurator.GetACFolder());
-        CPPUNIT_ASSERT(!CACXMLConfigurator::IsRelativePath(u"/usr/share/ac.xml") &&
-                       !CACXMLConfigurator::IsRelativePath(u"C:\\ac.xml") &&
-                       !CACXMLConfigurator::IsRelativePath(u"\\\\server\\ac.xml") &&
-                       CACXMLConfigurator::IsRelativePath(u"..\\ac.xml"));
+        CPPUNIT_ASSERT(!CACXMLConfigurator::IsRelativePath(u"/usr/share/ac.xml"));
+        CPPUNIT_ASSERT(!CACXMLConfigurator::IsRelativePath(u"C:\\ac.xml"));
+        CPPUNIT_ASSERT(!CACXMLConfigurator::IsRelativePath(u"\\\\server\\ac.xml"));
+        CPPUNIT_ASSERT(CACXMLConfigurator::IsRelativePath(u"..\\ac.xml"));
     }
 
     void GetTransformXslContentTest1()
@@ -238,8 +241,8 @@ public:
     void BrokenFilesTest()
     {
         // Word files and style sheets that don't parse or fail give empty results, not failures.
-        const std::filesystem::path folder = std::filesystem::temp_directory_path() / "TSTestAC";
-        std::filesystem::create_directories(folder);
+        const CTempFolder temp("TSTestAC");
+        const std::filesystem::path& folder = temp.GetPath();
         auto Write = [&](const char* szName, const char* szText)
         { std::ofstream(folder / szName) << szText; };
         Write("ac.xml", "<ACSchemes><ACScheme type='broken' file='broken.xml' transformxsl='words.xsl'/>"
@@ -270,8 +273,8 @@ public:
         CXMLDocument doc(CXMLDocument::CLASS_DOCUMENT_40);
         CPPUNIT_ASSERT(doc.Open(configurator.GetTransformedXml(Request({u"broken", u"ok"}, {}, u"")), FALSE));
         CPPUNIT_ASSERT_EQUAL(1, doc.GetNodesCount(u"/root/element[@name = 'a']"));
-        CPPUNIT_ASSERT(doc.GetNodeValue(u"/root/imagelist/@path").Find(u"TSTestAC\\broken.bmp") > 0);
-        std::filesystem::remove_all(folder);
+        const CString csImage = CString::FromUtf8(folder.filename().string()) + u"\\broken.bmp";
+        CPPUNIT_ASSERT(doc.GetNodeValue(u"/root/imagelist/@path").Find(csImage.Str()) > 0);
     }
 };
 

@@ -61,9 +61,10 @@ public:
         IACCompleteData* pData = parser.GetCompleteData(Request({u"php"}, {}, u"function"));
         CPPUNIT_ASSERT_EQUAL(CString(u"array_map bad_icon str_replace strlen"), Names(pData));
         const IACCompleteData::SACWord& word = pData->GetWords()[2];
-        CPPUNIT_ASSERT(word.m_csWordType == u"function" && word.m_nIconIndex == 4 &&
-                       word.m_csDescription == u"Replaces all occurrences of the search string" &&
-                       word.m_csInfo == u"string functions");
+        CPPUNIT_ASSERT(word.m_csWordType == u"function");
+        CPPUNIT_ASSERT_EQUAL(4, word.m_nIconIndex);
+        CPPUNIT_ASSERT(word.m_csDescription == u"Replaces all occurrences of the search string");
+        CPPUNIT_ASSERT(word.m_csInfo == u"string functions");
         // An icon index that isn't a number is 0; the word stays.
         CPPUNIT_ASSERT_EQUAL(0, pData->GetWords()[1].m_nIconIndex);
 
@@ -78,7 +79,8 @@ public:
         CPPUNIT_ASSERT_EQUAL(CString(u"type Value"), Names(pData));
         pData =
             parser.GetCompleteData(Request({u"html"}, {{u"input", u"tag"}, {u"type", u"attr"}}, u"value"));
-        CPPUNIT_ASSERT(Names(pData) == u"checkbox text" && HasWord(pData, u"text", u"value"));
+        CPPUNIT_ASSERT(Names(pData) == u"checkbox text");
+        CPPUNIT_ASSERT(HasWord(pData, u"text", u"value"));
         pData = parser.GetCompleteData(Request({u"php", u"html"}, {}, u""));
         CPPUNIT_ASSERT_EQUAL(10, pData->GetWords().GetSize());
         CPPUNIT_ASSERT(IsSorted(pData));
@@ -109,7 +111,8 @@ public:
         // No words, no index.
         CACCompleteData empty;
         BOOL bAmbDef = TRUE;
-        CPPUNIT_ASSERT(empty.GetWordIndex(u"a", bAmbDef) == -1 && !bAmbDef);
+        CPPUNIT_ASSERT_EQUAL(-1, empty.GetWordIndex(u"a", bAmbDef));
+        CPPUNIT_ASSERT(!bAmbDef);
     }
 
     void GetKeysDataTest()
@@ -136,7 +139,8 @@ public:
         }
         // Without a select type, the first entry of each kind.
         const SACInputData any = Request({u"php"}, {}, u"");
-        CPPUNIT_ASSERT(parser.IsCompleteChar(any, u"(") && parser.IsCompleteFirstChar(any, u"_"));
+        CPPUNIT_ASSERT(parser.IsCompleteChar(any, u"("));
+        CPPUNIT_ASSERT(parser.IsCompleteFirstChar(any, u"_"));
         CPPUNIT_ASSERT_EQUAL(CString(u"[\\s(;]"), parser.GetCompleteChars());
     }
 
@@ -147,8 +151,10 @@ public:
         // Any type's complete characters, as alternatives that end in an empty one.
         CPPUNIT_ASSERT(parser.IsAnyCompleteChar(u"php", u"("));
         CPPUNIT_ASSERT_EQUAL(CString(u"[\\s(;]|[\\s;]|"), parser.GetAllCompleteChars());
-        CPPUNIT_ASSERT(parser.IsAnyCompleteChar(u"php", u";") && !parser.IsAnyCompleteChar(u"php", u"a"));
-        CPPUNIT_ASSERT(parser.IsAnyCompleteChar(u"html", u"=") && !parser.IsAnyCompleteChar(u"html", u"("));
+        CPPUNIT_ASSERT(parser.IsAnyCompleteChar(u"php", u";"));
+        CPPUNIT_ASSERT(!parser.IsAnyCompleteChar(u"php", u"a"));
+        CPPUNIT_ASSERT(parser.IsAnyCompleteChar(u"html", u"="));
+        CPPUNIT_ASSERT(!parser.IsAnyCompleteChar(u"html", u"("));
         CPPUNIT_ASSERT(!parser.IsAnyCompleteChar(u"perl", u" "));
         // Tip triggers.
         CPPUNIT_ASSERT_EQUAL(CString(u"(,"), parser.GetTTTriggerChars(Request({u"php"}, {}, u"function")));
@@ -162,14 +168,17 @@ public:
         COLORREF crMask = 0;
         IACCompleteData* pData = parser.GetCompleteData(Request({u"php"}, {}, u"function"));
         const CBitmap* pBitmap = pData->GetBitmap(crMask);
-        CPPUNIT_ASSERT(pBitmap && pBitmap->GetHeight() == 16 && pBitmap->GetWidth() % 16 == 0);
+        CPPUNIT_ASSERT(pBitmap);
+        CPPUNIT_ASSERT_EQUAL(16, pBitmap->GetHeight());
+        CPPUNIT_ASSERT_EQUAL(0, pBitmap->GetWidth() % 16);
         CPPUNIT_ASSERT_EQUAL(COLORREF(0xFF00FF), crMask);
         // The strip's background is the mask colour; the cells are drawn over it.
         CPPUNIT_ASSERT_EQUAL(COLORREF(0xFF00FF), pBitmap->GetPixel(0, 0));
         CPPUNIT_ASSERT(pBitmap->GetPixel(8, 8) != 0xFF00FF);
         // "255,0,255" is read as a number first, so the mask is 255.
         pData = parser.GetCompleteData(Request({u"html"}, {}, u"tag"));
-        CPPUNIT_ASSERT(pData->GetBitmap(crMask) && crMask == 255);
+        CPPUNIT_ASSERT(pData->GetBitmap(crMask));
+        CPPUNIT_ASSERT_EQUAL(COLORREF(255), crMask);
 
         struct
         {
@@ -186,10 +195,11 @@ public:
 
         // An image that doesn't load leaves the list without icons.
         CBitmap bitmap;
-        CPPUNIT_ASSERT(!bitmap.LoadFromFile(File(u"php.xml")) && bitmap.IsNull());
+        CPPUNIT_ASSERT(!bitmap.LoadFromFile(File(u"php.xml")));
+        CPPUNIT_ASSERT(bitmap.IsNull());
         CPPUNIT_ASSERT(!bitmap.LoadFromFile(File(u"nosuchimage.bmp")));
-        CPPUNIT_ASSERT(bitmap.LoadFromFile(u"..\\AutoComplete\\AC\\acimages.bmp") &&
-                       bitmap.GetHeight() == 16);
+        CPPUNIT_ASSERT(bitmap.LoadFromFile(u"..\\AutoComplete\\AC\\acimages.bmp"));
+        CPPUNIT_ASSERT_EQUAL(16, bitmap.GetHeight());
     }
 
     void GetInfoTest1()
@@ -201,7 +211,8 @@ public:
         CPPUNIT_ASSERT(csInfo.Find(u"str_replace(array|string $search, array|string $replace, "
                                    u"<b>array|string $subject</b>, &amp;$count = null)<br>&nbsp;Replaces") >
                        0);
-        CPPUNIT_ASSERT(csInfo.Find(u"<br/>") < 0 && csInfo.Find(u"<nbsp/>") < 0);
+        CPPUNIT_ASSERT(csInfo.Find(u"<br/>") < 0);
+        CPPUNIT_ASSERT(csInfo.Find(u"<nbsp/>") < 0);
         // Another parameter is another text; the same one comes from the cache.
         CPPUNIT_ASSERT(parser.GetInfo(inputData, 0).Find(u"(<b>array|string $search</b>,") > 0);
         CPPUNIT_ASSERT(parser.GetInfo(inputData, 0).Find(u"(<b>array|string $search</b>,") > 0);
@@ -225,12 +236,14 @@ public:
         CACXMLParser parser(&settings);
         const SACInputData tags = Request({u"html"}, {}, u"tag");
         IACCompleteData* pData = parser.GetCompleteData(tags);
-        CPPUNIT_ASSERT(pData->GetWords().GetSize() > 100 && IsSorted(pData));
+        CPPUNIT_ASSERT(pData->GetWords().GetSize() > 100);
+        CPPUNIT_ASSERT(IsSorted(pData));
         for (const char16_t* szTag : {u"a", u"div", u"input", u"section", u"template", u"video", u"dialog"})
             CPPUNIT_ASSERT(HasWord(pData, szTag, u"tag"));
         CPPUNIT_ASSERT(!HasWord(pData, u"*", u"tag"));
         COLORREF crMask = 0;
-        CPPUNIT_ASSERT(pData->GetBitmap(crMask) && crMask == 0xFF00FF);
+        CPPUNIT_ASSERT(pData->GetBitmap(crMask));
+        CPPUNIT_ASSERT(crMask == 0xFF00FF);
         CPPUNIT_ASSERT(parser.IsCompleteFirstChar(tags, u"<"));
 
         // An element's own attributes, the global ones and the event handlers; enumerated values.
@@ -250,11 +263,11 @@ public:
         for (const char16_t* szValue : {u"flex", u"grid", u"block", u"none", u"inline-block", u"inherit"})
             CPPUNIT_ASSERT(HasWord(pData, szValue, u"value"));
         pData = parser.GetCompleteData(Request({u"css"}, {{u"color", u"property"}}, u"value"));
-        CPPUNIT_ASSERT(HasWord(pData, u"rebeccapurple", u"value") &&
-                       HasWord(pData, u"currentcolor", u"value"));
+        CPPUNIT_ASSERT(HasWord(pData, u"rebeccapurple", u"value"));
+        CPPUNIT_ASSERT(HasWord(pData, u"currentcolor", u"value"));
         pData = parser.GetCompleteData(Request({u"css"}, {}, u"property"));
-        CPPUNIT_ASSERT(HasWord(pData, u"grid-template-columns", u"property") &&
-                       pData->GetWords().GetSize() > 300);
+        CPPUNIT_ASSERT(HasWord(pData, u"grid-template-columns", u"property"));
+        CPPUNIT_ASSERT(pData->GetWords().GetSize() > 300);
 
         // JavaScript's standard objects with their members.
         pData = parser.GetCompleteData(Request({u"jvScript"}, {}, u""));
@@ -262,17 +275,20 @@ public:
             CPPUNIT_ASSERT(HasWord(pData, szName, u"class") || HasWord(pData, szName, u"object") ||
                            HasWord(pData, szName, u"function"));
         pData = parser.GetCompleteData(Request({u"jvScript"}, {{u"Math", u"object"}}, u"method"));
-        CPPUNIT_ASSERT(HasWord(pData, u"floor", u"method") && !HasWord(pData, u"PI", u"property"));
+        CPPUNIT_ASSERT(HasWord(pData, u"floor", u"method"));
+        CPPUNIT_ASSERT(!HasWord(pData, u"PI", u"property"));
         pData = parser.GetCompleteData(
             Request({u"jvScript"}, {{u"Array", u"class"}, {u"prototype", u"property"}}, u""));
-        CPPUNIT_ASSERT(HasWord(pData, u"push", u"method") && HasWord(pData, u"map", u"method"));
+        CPPUNIT_ASSERT(HasWord(pData, u"push", u"method"));
+        CPPUNIT_ASSERT(HasWord(pData, u"map", u"method"));
 
         // PHP's functions with their signatures.
         pData = parser.GetCompleteData(Request({u"php"}, {}, u"function"));
         CPPUNIT_ASSERT(pData->GetWords().GetSize() > 1000);
         BOOL bAmbDef = FALSE;
         const int nIndex = pData->GetWordIndex(u"str_replace", bAmbDef);
-        CPPUNIT_ASSERT(pData->GetWords()[nIndex].m_csWordName == u"str_replace" && bAmbDef);
+        CPPUNIT_ASSERT(pData->GetWords()[nIndex].m_csWordName == u"str_replace");
+        CPPUNIT_ASSERT(bAmbDef);
         CPPUNIT_ASSERT(pData->GetWords()[nIndex].m_csDescription.Find(u"str_replace(array|string $search") ==
                        0);
         CPPUNIT_ASSERT(parser.GetInfo(Request({u"php"}, {{u"str_replace", u"function"}}, u""), 1)
@@ -284,8 +300,8 @@ public:
         // The browser's objects with the members of their interfaces and the methods' signatures.
         const SACInputData document = Request({u"jvScript"}, {{u"document", u"object"}}, u"method");
         pData = parser.GetCompleteData(document);
-        CPPUNIT_ASSERT(HasWord(pData, u"getElementById", u"method") &&
-                       HasWord(pData, u"querySelectorAll", u"method"));
+        CPPUNIT_ASSERT(HasWord(pData, u"getElementById", u"method"));
+        CPPUNIT_ASSERT(HasWord(pData, u"querySelectorAll", u"method"));
         CPPUNIT_ASSERT(
             parser
                 .GetInfo(

@@ -52,7 +52,8 @@ public:
             CPPUNIT_ASSERT(!cache.IsCachedXml(other));
         // No schemes found is a result like any other.
         cache.CacheXml(CStringArray(), Contents(0));
-        CPPUNIT_ASSERT(cache.IsCachedXml(Request({}, {}, u"")) && cache.GetSchemesFilesCount() == 0);
+        CPPUNIT_ASSERT(cache.IsCachedXml(Request({}, {}, u"")));
+        CPPUNIT_ASSERT_EQUAL(0, cache.GetSchemesFilesCount());
     }
 
     void CacheKeysTest1()
@@ -60,7 +61,8 @@ public:
         CACXMLCacher cache;
         const SACInputData inputData = Request({u"html"}, {{u"html", u"tag"}}, u"tag");
         // A first request is never cached, whatever its select type.
-        CPPUNIT_ASSERT(!cache.IsCachedKeys(inputData) && !cache.IsCachedKeys(Request({}, {}, u"")));
+        CPPUNIT_ASSERT(!cache.IsCachedKeys(inputData));
+        CPPUNIT_ASSERT(!cache.IsCachedKeys(Request({}, {}, u"")));
 
         cache.CacheKeys(inputData, u"TransformedXml");
         CPPUNIT_ASSERT(cache.IsCachedKeys(inputData));
@@ -76,7 +78,8 @@ public:
             CPPUNIT_ASSERT(!cache.IsCachedKeys(other));
 
         cache.ResetKeys();
-        CPPUNIT_ASSERT(!cache.IsCachedKeys(inputData) && cache.GetTransformedXml().IsEmpty());
+        CPPUNIT_ASSERT(!cache.IsCachedKeys(inputData));
+        CPPUNIT_ASSERT(cache.GetTransformedXml().IsEmpty());
     }
 };
 

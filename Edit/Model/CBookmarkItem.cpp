@@ -1,7 +1,7 @@
 #include "Edit/Model/CBookmarkItem.h"
 
 #include "Edit/Commands/ITextProcessor.h"
-#include "Edit/Model/CBookmarks.h"
+#include "Edit/Model/CImageStrip.h"
 
 #include "Platform/CDC.h"
 

@@ -12,7 +12,7 @@ struct ITextProcessor;
 
 struct IBookmarks : public IEventsSender<IBookmarksEvents>
 {
-    // The cells the items draw from; the owner of the items holds it (defined in CBookmarks.h).
+    // The cells the items draw from; the owner of the items holds it (defined in CImageStrip.h).
     class CImageStrip;
 
     // One bookmark. It belongs to its owner, and Delete tells the owner before destroying it.

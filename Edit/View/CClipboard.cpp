@@ -1,9 +1,9 @@
 #include "Edit/View/CClipboard.h"
 
 #include "Platform/ClipboardService.h"
+#include "Platform/Crc32.h"
 
 #include <vector>
-#include <zlib.h>
 
 BOOL CClipboard::m_bColumn = FALSE;
 std::uint32_t CClipboard::m_dwChecksum = 0;
@@ -35,11 +35,10 @@ private:
 
 std::uint32_t CClipboard::Checksum(const CString& csText)
 {
-    std::vector<Bytef> aBytes(static_cast<size_t>(csText.GetLength()));
+    std::vector<unsigned char> aBytes(static_cast<size_t>(csText.GetLength()));
     for (int i = 0; i < csText.GetLength(); ++i)
-        aBytes[static_cast<size_t>(i)] = static_cast<Bytef>(csText[i] & 0xFF);
-    const uLong crc = crc32(0L, Z_NULL, 0);
-    return static_cast<std::uint32_t>(crc32(crc, aBytes.data(), static_cast<uInt>(aBytes.size())));
+        aBytes[static_cast<size_t>(i)] = static_cast<unsigned char>(csText[i] & 0xFF);
+    return Crc32(aBytes.data(), aBytes.size());
 }
 
 BOOL CClipboard::PutToClipboard(const CString& csText, BOOL bColumn)

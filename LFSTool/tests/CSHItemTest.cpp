@@ -3,6 +3,7 @@
 #include "LFSTool/CSHItem.h"
 #include "LFSTool/CSHItemsArray.h"
 #include "Platform/CException.h"
+#include "Platform/CTempFolder.h"
 #include "Platform/ShellFileInfo.h"
 
 #include <cppunit/extensions/HelperMacros.h>
@@ -15,25 +16,6 @@
 namespace
 {
 namespace fs = std::filesystem;
-
-// A folder of its own under the temporary folder, removed with everything in it.
-class CTempFolder
-{
-public:
-    CTempFolder()
-    {
-        std::string szTemplate = (fs::temp_directory_path() / "lfsItemXXXXXX").string();
-        if (::mkdtemp(szTemplate.data()) != nullptr)
-            m_path = szTemplate;
-    }
-    ~CTempFolder()
-    {
-        std::error_code ec;
-        fs::permissions(m_path / "ReadOnly", fs::perms::owner_all, ec);
-        fs::remove_all(m_path, ec);
-    }
-    fs::path m_path;
-};
 
 CSHItem MakeItem(const fs::path& path)
 {
@@ -70,9 +52,13 @@ public:
     void NewItemTest()
     {
         CSHItem item;
-        CPPUNIT_ASSERT(item.GetIconProtected() == -1 && item.GetIsDirectory() == 0 && !item.GetIsUnsorted());
-        CPPUNIT_ASSERT(item.GetItemName().IsEmpty() && item.GetItemType().IsEmpty());
-        CPPUNIT_ASSERT(item.GetParentFolder().IsEmpty() && item.GetPidlFQ().IsEmpty());
+        CPPUNIT_ASSERT_EQUAL(-1, item.GetIconProtected());
+        CPPUNIT_ASSERT_EQUAL(0, item.GetIsDirectory());
+        CPPUNIT_ASSERT(!item.GetIsUnsorted());
+        CPPUNIT_ASSERT(item.GetItemName().IsEmpty());
+        CPPUNIT_ASSERT(item.GetItemType().IsEmpty());
+        CPPUNIT_ASSERT(item.GetParentFolder().IsEmpty());
+        CPPUNIT_ASSERT(item.GetPidlFQ().IsEmpty());
         // Without a path, and with one that names nothing, nothing is fetched and nothing changes.
         for (const char16_t* szPath : {u"", u"/no/such/lfs/item"})
         {
@@ -81,7 +67,8 @@ public:
             CPPUNIT_ASSERT_EQUAL(-1, item.GetIconProtected());
             CPPUNIT_ASSERT_EQUAL(0, item.CanRename());
             CPPUNIT_ASSERT_EQUAL(0, item.GetHasSubFolder());
-            CPPUNIT_ASSERT(!item.GetAllInfo() && item.GetItemName().IsEmpty());
+            CPPUNIT_ASSERT(!item.GetAllInfo());
+            CPPUNIT_ASSERT(item.GetItemName().IsEmpty());
         }
         item.SetUnsorted(TRUE);
         CPPUNIT_ASSERT(item.GetIsUnsorted());
@@ -90,7 +77,7 @@ public:
     void GetAllInfoTest()
     {
         CTempFolder temp;
-        const fs::path& root = temp.m_path;
+        const fs::path& root = temp.GetPath();
         std::ofstream(root / "readme.txt") << "text";
         fs::create_directories(root / "Sub" / "Child");
         fs::create_directory(root / "Empty");
@@ -121,17 +108,24 @@ public:
                 empty = MakeItem(root / "Empty");
         for (CSHItem* pItem : {&text, &sub, &empty})
             pItem->GetAllInfo();
-        CPPUNIT_ASSERT(text.GetItemType() != sub.GetItemType() && sub.GetItemType() == empty.GetItemType());
+        CPPUNIT_ASSERT(text.GetItemType() != sub.GetItemType());
+        CPPUNIT_ASSERT(sub.GetItemType() == empty.GetItemType());
         const int nIcon = sub.GetIcon();
-        CPPUNIT_ASSERT(nIcon >= 0 && sub.GetIconProtected() == nIcon && sub.GetIcon() == nIcon);
-        CPPUNIT_ASSERT(empty.GetIcon() == nIcon && text.GetIcon() != nIcon && text.GetIcon() >= 0);
-        CPPUNIT_ASSERT(!SHGetIconName(nIcon).IsEmpty() && SHGetIconName(-1).IsEmpty());
+        CPPUNIT_ASSERT(nIcon >= 0);
+        CPPUNIT_ASSERT(sub.GetIconProtected() == nIcon);
+        CPPUNIT_ASSERT(sub.GetIcon() == nIcon);
+        CPPUNIT_ASSERT(empty.GetIcon() == nIcon);
+        CPPUNIT_ASSERT(text.GetIcon() != nIcon);
+        CPPUNIT_ASSERT(text.GetIcon() >= 0);
+        CPPUNIT_ASSERT(!SHGetIconName(nIcon).IsEmpty());
+        CPPUNIT_ASSERT(SHGetIconName(-1).IsEmpty());
 
         // A copy shares the paths and keeps what was fetched.
         const CSHItem copy = sub;
-        CPPUNIT_ASSERT(copy.GetPidlFQ() == sub.GetPidlFQ() &&
-                       copy.GetParentFolder() == sub.GetParentFolder());
-        CPPUNIT_ASSERT(copy.GetIconProtected() == nIcon && copy.GetItemName() == u"Sub");
+        CPPUNIT_ASSERT(copy.GetPidlFQ() == sub.GetPidlFQ());
+        CPPUNIT_ASSERT(copy.GetParentFolder() == sub.GetParentFolder());
+        CPPUNIT_ASSERT(copy.GetIconProtected() == nIcon);
+        CPPUNIT_ASSERT(copy.GetItemName() == u"Sub");
 
         // Renaming needs a writable parent; the root of the file system can't be renamed.
         CPPUNIT_ASSERT(text.CanRename() != 0);
@@ -151,11 +145,11 @@ public:
         CPPUNIT_ASSERT_THROW(aItems.GetAt(0), CInvalidArgException);
 
         // A file and a folder of the same name are two entries; the flag tells them apart.
-        fs::create_directory(temp.m_path / "folder");
+        fs::create_directory(temp.GetPath() / "folder");
         aItems.AddItem(CSHItem()); // never fetched: its name is empty
-        aItems.AddItem(MakeNamed(temp.m_path, "readme", false));
-        aItems.AddItem(MakeNamed(temp.m_path / "folder", "readme", true));
-        aItems.AddItem(MakeNamed(temp.m_path, "Other.txt", false));
+        aItems.AddItem(MakeNamed(temp.GetPath(), "readme", false));
+        aItems.AddItem(MakeNamed(temp.GetPath() / "folder", "readme", true));
+        aItems.AddItem(MakeNamed(temp.GetPath(), "Other.txt", false));
         const struct
         {
             const char16_t* szName;

@@ -1,5 +1,6 @@
 // The shell manager: the top item of the namespace and the listing of a real folder.
 #include "LFSTool/CShellManager.h"
+#include "Platform/CTempFolder.h"
 #include "Platform/ShellFileInfo.h"
 
 #include <cppunit/extensions/HelperMacros.h>
@@ -25,15 +26,16 @@ public:
     {
         const CShellManager manager;
         const CSHItem item = manager.GetDesktopItem();
-        CPPUNIT_ASSERT(item.GetParentFolder().IsEmpty() && item.GetPidlFQ() == u"/");
-        CPPUNIT_ASSERT(item.GetIsDirectory() == 1 && item.GetHasSubFolder() == 1);
+        CPPUNIT_ASSERT(item.GetParentFolder().IsEmpty());
+        CPPUNIT_ASSERT(item.GetPidlFQ() == u"/");
+        CPPUNIT_ASSERT_EQUAL(1, item.GetIsDirectory());
+        CPPUNIT_ASSERT_EQUAL(1, item.GetHasSubFolder());
     }
 
     void EnumObjectsTest()
     {
-        std::string szTemplate = (fs::temp_directory_path() / "lfsShellXXXXXX").string();
-        CPPUNIT_ASSERT(::mkdtemp(szTemplate.data()) != nullptr);
-        const fs::path root = szTemplate;
+        const CTempFolder temp("lfsShell");
+        const fs::path& root = temp.GetPath();
         for (const char* szFile : {"b.txt", "A.txt", ".hidden"})
             std::ofstream(root / szFile).put('x');
         for (const char* szFolder : {"Dir", ".git"})
@@ -66,8 +68,10 @@ public:
         // Each item knows its folder, its paths and what GetAllInfo fetches.
         CPPUNIT_ASSERT(manager.EnumObjects(csRoot + u"/", SHCONTF_FOLDERS | SHCONTF_NONFOLDERS, aItems));
         const CSHItem dir = aItems.GetAt(aItems.FindByFileNameAndDirAttribute(u"dir", TRUE));
-        CPPUNIT_ASSERT(dir.GetParentFolder() == csRoot + u"/" && dir.GetPidlRel() == u"Dir");
-        CPPUNIT_ASSERT(dir.GetPidlFQ() == csRoot + u"/Dir" && !dir.GetItemType().IsEmpty());
+        CPPUNIT_ASSERT(dir.GetParentFolder() == csRoot + u"/");
+        CPPUNIT_ASSERT(dir.GetPidlRel() == u"Dir");
+        CPPUNIT_ASSERT(dir.GetPidlFQ() == csRoot + u"/Dir");
+        CPPUNIT_ASSERT(!dir.GetItemType().IsEmpty());
         CPPUNIT_ASSERT_EQUAL(0, dir.GetHasSubFolder());
         CPPUNIT_ASSERT_EQUAL(-1, aItems.FindByFileNameAndDirAttribute(u"dir", FALSE));
 
@@ -75,7 +79,6 @@ public:
         CPPUNIT_ASSERT(!manager.EnumObjects(csRoot + u"/b.txt", SHCONTF_NONFOLDERS, aItems));
         CPPUNIT_ASSERT(!manager.EnumObjects(csRoot + u"/missing", SHCONTF_NONFOLDERS, aItems));
         CPPUNIT_ASSERT_EQUAL(0, aItems.GetCount());
-        fs::remove_all(root);
     }
 };
 

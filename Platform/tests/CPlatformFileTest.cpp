@@ -267,8 +267,8 @@ public:
         }
     }
 
-    // Design paths use "\\" and may differ in case from the folders on disk; a missing leaf keeps
-    // its spelling so that it can be created.
+    // The components' data paths use "\\" and may differ in case from the folders on disk (the suites'
+    // "..\\Autocomplete\\Tests\\"); a missing leaf keeps its spelling so that it can be created.
     void NativePathCaseTest()
     {
         fs::create_directories(m_dir / "AutoComplete" / "Tests");

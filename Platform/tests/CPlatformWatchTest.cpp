@@ -1,9 +1,12 @@
 // What the watchers stand on: the reading of the mount table and threads with their message queues.
 #include "Platform/CEvent.h"
 #include "Platform/CMountTable.h"
+#include "Platform/CTempFolder.h"
 #include "Platform/CWinThread.h"
 
 #include <cppunit/extensions/HelperMacros.h>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -38,19 +41,36 @@ class CPlatformWatchTest : public CppUnit::TestFixture
 public:
     void MountTableTest()
     {
+        const CTempFolder temp("CPlatformWatchTest");
+        std::ofstream(temp / "mounts") << "/dev/sdb1 /media/my\\040stick vfat rw 0 0\n"
+                                          "short line\n\n# a comment\n"
+                                          "  server:/x\t/mnt/a\\134b\\09 nfs4 rw 0 0\n"
+                                          "/dev/loop3 /snap/core squashfs ro 0 0";
         CArray<CMountTable::SMount> aMounts;
-        CMountTable::Parse("/dev/sdb1 /media/my\\040stick vfat rw 0 0\n"
-                           "short line\n\n"
-                           "  server:/x\t/mnt/a\\134b\\09 nfs4 rw 0 0\n"
-                           "/dev/loop3 /snap/core squashfs ro 0 0",
-                           aMounts);
-        CPPUNIT_ASSERT_EQUAL(3, aMounts.GetSize());
-        CPPUNIT_ASSERT(aMounts[0].csMountPoint == u"/media/my stick");
-        CPPUNIT_ASSERT(aMounts[0].csType == u"vfat");
-        // A broken escape stays as written.
-        CPPUNIT_ASSERT(aMounts[1].csSource == u"server:/x");
-        CPPUNIT_ASSERT(aMounts[1].csMountPoint == u"/mnt/a\\b\\09");
-        CPPUNIT_ASSERT(aMounts[2].csSource == u"/dev/loop3");
+        CPPUNIT_ASSERT(CMountTable(temp.GetFolder() + u"mounts").Read(aMounts));
+        const struct
+        {
+            const char16_t* szSource;
+            const char16_t* szMountPoint;
+            const char16_t* szType;
+        } aRead[] = {{u"/dev/sdb1", u"/media/my stick", u"vfat"},
+                     {u"server:/x", u"/mnt/a\\b\\09", u"nfs4"}, // a broken escape stays as written
+                     {u"/dev/loop3", u"/snap/core", u"squashfs"}};
+        CPPUNIT_ASSERT_EQUAL(static_cast<int>(std::size(aRead)), aMounts.GetSize());
+        for (int i = 0; i < aMounts.GetSize(); ++i)
+        {
+            const std::string szRow = "row " + std::to_string(i);
+            CPPUNIT_ASSERT_MESSAGE(szRow, aMounts[i].csSource == aRead[i].szSource);
+            CPPUNIT_ASSERT_MESSAGE(szRow, aMounts[i].csMountPoint == aRead[i].szMountPoint);
+            CPPUNIT_ASSERT_MESSAGE(szRow, aMounts[i].csType == aRead[i].szType);
+        }
+        // What is no table reads as nothing.
+        for (const CString& csNoTable :
+             {CString(u"/no/such/mounts"), CString(u"/dev/zero"), temp.GetFolder()})
+        {
+            CPPUNIT_ASSERT_MESSAGE(csNoTable.ToUtf8(), !CMountTable(csNoTable).Read(aMounts));
+            CPPUNIT_ASSERT_MESSAGE(csNoTable.ToUtf8(), aMounts.IsEmpty());
+        }
 
         const struct
         {
@@ -64,8 +84,6 @@ public:
         for (const auto& c : aCases)
             CPPUNIT_ASSERT_EQUAL(c.bDrive, CMountTable::IsDrive({c.szSource, u"/m", c.szType}));
 
-        CPPUNIT_ASSERT(!CMountTable(u"/no/such/mounts").Read(aMounts));
-        CPPUNIT_ASSERT(aMounts.IsEmpty());
         CPPUNIT_ASSERT(CMountTable().Read(aMounts));
         CPPUNIT_ASSERT(!aMounts.IsEmpty());
         CEvent evStop(TRUE);
@@ -78,8 +96,7 @@ public:
         auto pThread = std::make_shared<CRecordingThread>();
         CPPUNIT_ASSERT_EQUAL(WAIT_OBJECT_0, pThread->WaitForEnd(0)); // never started
         CPPUNIT_ASSERT(pThread->PostThreadMessage(5, 1, 2));
-        CPPUNIT_ASSERT(pThread->CreateThread());
-        CPPUNIT_ASSERT(!pThread->CreateThread());
+        CPPUNIT_ASSERT(pThread->CreateThread() && !pThread->CreateThread());
         CPPUNIT_ASSERT(!pThread->IsCurrentThread());
         pThread->PostThreadMessage(7, 0, 0);
         pThread->PostThreadMessage(1, 0, 0);

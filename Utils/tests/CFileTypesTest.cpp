@@ -1,8 +1,9 @@
 // The table of file types: the shipped tables, lookups by name, extension and menu text, the lists
 // for dialogs, and tables that are missing or malformed.
-#include "Platform/AppFolders.h"
-#include "Platform/ExplodeString.h"
 #include "Utils/CFileTypes.h"
+#include "Platform/AppFolders.h"
+#include "Platform/CTempFolder.h"
+#include "Platform/ExplodeString.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <filesystem>
@@ -80,7 +81,8 @@ public:
     {
         CPPUNIT_ASSERT(m_types.GetFileType(0)->GetTypeName() == u"text");
         CPPUNIT_ASSERT(m_types.GetFileType(17)->GetTypeName() == u"none");
-        CPPUNIT_ASSERT(m_types.GetFileType(0)->IsDefault() && !m_types.GetFileType(1)->IsDefault());
+        CPPUNIT_ASSERT(m_types.GetFileType(0)->IsDefault());
+        CPPUNIT_ASSERT(!m_types.GetFileType(1)->IsDefault());
     }
 
     void GetTypeDescriptionTest()
@@ -115,7 +117,8 @@ public:
         CPPUNIT_ASSERT_EQUAL(0, types.GetTypesCount(false));
         CPPUNIT_ASSERT(types.Load());
         CPPUNIT_ASSERT_EQUAL(18, types.GetTypesCount(false));
-        CPPUNIT_ASSERT(types.GetTypesCount(true) > 0 && types.GetFileType(18)->IsExtended());
+        CPPUNIT_ASSERT(types.GetTypesCount(true) > 0);
+        CPPUNIT_ASSERT(types.GetFileType(18)->IsExtended());
         // Loading again replaces the entries.
         CPPUNIT_ASSERT(types.Load());
         CPPUNIT_ASSERT_EQUAL(18, types.GetTypesCount(false));
@@ -124,8 +127,8 @@ public:
     void LoadTest()
     {
         namespace fs = std::filesystem;
-        const fs::path dir = fs::temp_directory_path() / "CFileTypesTest";
-        fs::create_directories(dir);
+        const CTempFolder temp("CFileTypesTest");
+        const fs::path& dir = temp.GetPath();
         const CString csDir = CString::FromUtf8(dir.string() + "/");
         const auto write = [&dir](const char* szName, const char* szText) { std::ofstream(dir / szName) << szText; };
 
@@ -138,8 +141,10 @@ public:
         write("filetypes.xml", "<filetypes><filetype a='x' b='&amp;X' c='*.x' d='' e='1'/></filetypes>");
         write("extendedtypes.xml", "<filetypes><filetype");
         CPPUNIT_ASSERT(types.LoadFrom(csDir));
-        CPPUNIT_ASSERT(types.GetTypesCount(false) == 1 && types.GetTypesCount(true) == 0);
-        CPPUNIT_ASSERT(types.GetFileType(0)->GetTypeDescription(false) == u"&X" && types.GetFileType(0)->IsDefault());
+        CPPUNIT_ASSERT_EQUAL(1, types.GetTypesCount(false));
+        CPPUNIT_ASSERT_EQUAL(0, types.GetTypesCount(true));
+        CPPUNIT_ASSERT(types.GetFileType(0)->GetTypeDescription(false) == u"&X");
+        CPPUNIT_ASSERT(types.GetFileType(0)->IsDefault());
 
         // Attributes count by position: a missing one is an error of the table.
         write("filetypes.xml", "<filetypes><filetype a='x' b='X' c='*.x' d=''/></filetypes>");
@@ -183,9 +188,10 @@ public:
     {
         const CString csList = m_types.GetFilterComboList(false);
         CPPUNIT_ASSERT_EQUAL(36, CountTokens(csList));
-        CPPUNIT_ASSERT(csList.Find(u"All files (*.*)|*.*|") == 0);
+        CPPUNIT_ASSERT_EQUAL(0, csList.Find(u"All files (*.*)|*.*|"));
         CPPUNIT_ASSERT(csList.Find(u"|HTML files (*.html; *.htm)|*.html; *.htm|") > 0);
-        CPPUNIT_ASSERT(csList.Find(u"None") < 0 && csList.Right(2) == u"||");
+        CPPUNIT_ASSERT(csList.Find(u"None") < 0);
+        CPPUNIT_ASSERT(csList.Right(2) == u"||");
         const CString csExtended = m_types.GetFilterComboList(true);
         CPPUNIT_ASSERT_EQUAL(2 + 2 * m_types.GetTypesCount(true), CountTokens(csExtended));
     }
@@ -194,7 +200,8 @@ public:
     {
         const CString csList = m_types.GetTypeNamesComboList(false);
         CPPUNIT_ASSERT_EQUAL(18, CountTokens(csList));
-        CPPUNIT_ASSERT(csList.Find(u"text|html|css|") == 0 && csList.Right(5) == u"none|");
+        CPPUNIT_ASSERT_EQUAL(0, csList.Find(u"text|html|css|"));
+        CPPUNIT_ASSERT(csList.Right(5) == u"none|");
     }
 };
 

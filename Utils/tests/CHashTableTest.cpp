@@ -32,12 +32,14 @@ public:
     {
         CHashTable table;
         CEnumerator* pEnumerator = table.GetEnumerator();
-        CPPUNIT_ASSERT(pEnumerator->GetCount() == 0 && !pEnumerator->MoveNext() &&
-                       pEnumerator->GetKey().IsEmpty());
+        CPPUNIT_ASSERT_EQUAL(0, pEnumerator->GetCount());
+        CPPUNIT_ASSERT(!pEnumerator->MoveNext());
+        CPPUNIT_ASSERT(pEnumerator->GetKey().IsEmpty());
         for (const char16_t* szKey : {u"a", u"ab", u"b"})
             table.SetValue(szKey, u"1");
         table.RemoveAll();
-        CPPUNIT_ASSERT(!table.ContainsKey(u"a") && table.GetEnumerator()->GetCount() == 0);
+        CPPUNIT_ASSERT(!table.ContainsKey(u"a"));
+        CPPUNIT_ASSERT_EQUAL(0, table.GetEnumerator()->GetCount());
         table.SetValue(u"a", u"4");
         CPPUNIT_ASSERT(table.GetValue(u"a") == u"4");
 
@@ -55,9 +57,11 @@ public:
         table.SetValue(u"1", u"val0");
         table.SetValue(u"2", u"two");
         table.SetValue(u"1", u"val1");
-        CPPUNIT_ASSERT(table.GetValue(u"1") == u"val1" && table[u"2"] == u"two");
+        CPPUNIT_ASSERT(table.GetValue(u"1") == u"val1");
+        CPPUNIT_ASSERT(table[u"2"] == u"two");
         CPPUNIT_ASSERT(CKeys({"1", "2"}) == WalkKeys(table));
-        CPPUNIT_ASSERT(table.GetValue(u"3").IsEmpty() && table.GetValue(nullptr).IsEmpty());
+        CPPUNIT_ASSERT(table.GetValue(u"3").IsEmpty());
+        CPPUNIT_ASSERT(table.GetValue(nullptr).IsEmpty());
         table.SetValue(u"", u"x");
         table.SetValue(nullptr, u"x");
         CPPUNIT_ASSERT_EQUAL(2, table.GetEnumerator()->GetCount());
@@ -76,7 +80,8 @@ public:
         CHashTable table, tableLonger;
         for (const char16_t* szKey : {u"2", u"folder", u"a|tag|tags", u"Case"})
             table.SetValue(szKey, u"");
-        CPPUNIT_ASSERT(table.ContainsKey(u"2") && table.ContainsKey(u"folder"));
+        CPPUNIT_ASSERT(table.ContainsKey(u"2"));
+        CPPUNIT_ASSERT(table.ContainsKey(u"folder"));
         for (const char16_t* szKey : {u"n2", u"folder1", u"fold", u"acronym|tag|tags", u"case", u""})
             CPPUNIT_ASSERT(!table.ContainsKey(szKey));
         tableLonger.SetValue(u"folder1", u"");
@@ -89,7 +94,8 @@ public:
         for (const char16_t* szKey : {u"4", u"2", u"3", u"1"})
             table.SetValue(szKey, szKey);
         table.Remove(u"2");
-        CPPUNIT_ASSERT(!table.ContainsKey(u"2") && table.GetValue(u"2").IsEmpty());
+        CPPUNIT_ASSERT(!table.ContainsKey(u"2"));
+        CPPUNIT_ASSERT(table.GetValue(u"2").IsEmpty());
         CPPUNIT_ASSERT(CKeys({"4", "3", "1"}) == WalkKeys(table));
         table.Remove(u"2");
         table.Remove(u"missing");
@@ -108,7 +114,8 @@ public:
         CEnumerator* pEnumerator = table.GetEnumerator();
         CPPUNIT_ASSERT(pEnumerator->MoveNext());
         table.Remove(u"3");
-        CPPUNIT_ASSERT(pEnumerator->GetKey().IsEmpty() && pEnumerator->MoveNext());
+        CPPUNIT_ASSERT(pEnumerator->GetKey().IsEmpty());
+        CPPUNIT_ASSERT(pEnumerator->MoveNext());
         CPPUNIT_ASSERT(pEnumerator->GetKey() == u"1");
     }
 
@@ -123,13 +130,18 @@ public:
         for (int i = 0; i < 4; ++i)
         {
             CPPUNIT_ASSERT(pEnumerator->MoveNext());
-            CPPUNIT_ASSERT(pEnumerator->GetKey() == aKeys[i] && pEnumerator->GetValue() == aValues[i]);
+            CPPUNIT_ASSERT(pEnumerator->GetKey() == aKeys[i]);
+            CPPUNIT_ASSERT(pEnumerator->GetValue() == aValues[i]);
         }
-        CPPUNIT_ASSERT(!pEnumerator->MoveNext() && pEnumerator->GetValue().IsEmpty());
+        CPPUNIT_ASSERT(!pEnumerator->MoveNext());
+        CPPUNIT_ASSERT(pEnumerator->GetValue().IsEmpty());
         // Behind the end the next step begins again; GetEnumerator resets the shared walk.
-        CPPUNIT_ASSERT(pEnumerator->MoveNext() && pEnumerator->GetKey() == u"zeta");
-        CPPUNIT_ASSERT(pEnumerator->MoveNext() && table.GetEnumerator() == pEnumerator);
-        CPPUNIT_ASSERT(pEnumerator->MoveNext() && pEnumerator->GetKey() == u"zeta");
+        CPPUNIT_ASSERT(pEnumerator->MoveNext());
+        CPPUNIT_ASSERT(pEnumerator->GetKey() == u"zeta");
+        CPPUNIT_ASSERT(pEnumerator->MoveNext());
+        CPPUNIT_ASSERT(table.GetEnumerator() == pEnumerator);
+        CPPUNIT_ASSERT(pEnumerator->MoveNext());
+        CPPUNIT_ASSERT(pEnumerator->GetKey() == u"zeta");
     }
 };
 

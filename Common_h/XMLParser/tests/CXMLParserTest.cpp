@@ -1,6 +1,7 @@
 // The XML document service: loading, XPath reads and writes, serialisation, transformation, and
 // documents that try to reach files or to expand without bound.
 #include "Common_h/XMLParser/CXMLDocument.h"
+#include "Platform/CTempFolder.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <chrono>
@@ -49,14 +50,14 @@ public:
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/r/@a") == u"\u0416\U0001F600");
 
         // A saved document (UTF-16 with its mark) loads again with the same content.
-        const std::filesystem::path path = std::filesystem::temp_directory_path() / "CXMLParserTest.xml";
+        const CTempFolder temp("CXMLParserTest");
+        const std::filesystem::path path = temp / "CXMLParserTest.xml";
         const CString csPath = CString::FromUtf8(path.string());
         doc.AppendProcessingInstruction(u"keep", u"me");
         CPPUNIT_ASSERT(doc.Save(csPath));
         CXMLDocument docSaved = NewDocument();
         CPPUNIT_ASSERT(docSaved.Open(csPath, TRUE));
         CPPUNIT_ASSERT(docSaved.GetXml() == doc.GetXml());
-        std::filesystem::remove(path);
 
         // A handle that was never created refuses, an unknown service name is refused.
         CXMLDocument docNone;
@@ -135,7 +136,8 @@ public:
             u"<xsl:template match=\"/\"><xsl:message terminate=\"yes\">stop</xsl:message></xsl:template>"
             u"</xsl:stylesheet>";
         CPPUNIT_ASSERT_THROW(doc.TransformNode(csTerminate), CXMLException);
-        const std::filesystem::path path = std::filesystem::temp_directory_path() / "CXMLParserTestOut.xml";
+        const CTempFolder temp("CXMLParserTestOut");
+        const std::filesystem::path path = temp / "CXMLParserTestOut.xml";
         const CString csWrite =
             u"<xsl:stylesheet version=\"1.1\" xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">"
             u"<xsl:template match=\"/\"><xsl:document href=\"" + CString::FromUtf8(path.string()) +
@@ -147,8 +149,8 @@ public:
     void HostileDocumentTest()
     {
         // An external entity naming a local file is never read, by text or by file.
-        const std::filesystem::path dir = std::filesystem::temp_directory_path() / "CXMLParserTestXxe";
-        std::filesystem::create_directories(dir);
+        const CTempFolder temp("CXMLParserTestXxe");
+        const std::filesystem::path& dir = temp.GetPath();
         std::ofstream(dir / "secret.txt") << "SECRET";
         std::ofstream(dir / "secret.dtd") << "<!ENTITY e \"SECRET\">";
         const std::string szSecret = (dir / "secret.txt").string();
@@ -167,7 +169,6 @@ public:
         }
         if (doc.Open(CString::FromUtf8((dir / "dtd.xml").string()), TRUE))
             CPPUNIT_ASSERT(doc.GetNodeValue(u"/r").Find(u"SECRET") < 0);
-        std::filesystem::remove_all(dir);
 
         // Nested expansions and one large entity used often are refused at once.
         std::string szLaughs = "<!DOCTYPE r [<!ENTITY l0 \"lol\">";

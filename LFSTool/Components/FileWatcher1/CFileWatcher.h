@@ -26,7 +26,8 @@
 class CDriveWatcherThread;
 class CFolderNotifier;
 
-class CFileWatcher : public std::enable_shared_from_this<CFileWatcher>
+class CFileWatcher final : public CWatcherHandlerThread::IEventSink,
+                           public std::enable_shared_from_this<CFileWatcher>
 {
 public:
     // How often the watcher thread tries again to watch listed folders it could not watch (missing ones).
@@ -61,7 +62,7 @@ public:
     int RemoveEventsHandler(ISystemWatcherEvents* pHandler, BOOL bWaitForDelivery);
 
     // Delivers one event to every handler, in order of registration; called on the handler thread.
-    void SendEvent(const CWatcherHandlerThread::SEvent& event);
+    void SendEvent(const CWatcherHandlerThread::SEvent& event) override;
     // Ends delivery for good; with bWait, waits for a delivery in progress.
     void CloseDelivery(BOOL bWait);
 

@@ -1,8 +1,6 @@
 #include "CWatcherHandlerThread.h"
 
-#include "LFSTool/Components/FileWatcher1/CFileWatcher.h"
-
-void CWatcherHandlerThread::SetSource(const std::weak_ptr<CFileWatcher>& pSource)
+void CWatcherHandlerThread::SetSource(const std::weak_ptr<IEventSink>& pSource)
 {
     std::lock_guard lock(m_mutex);
     m_pSource = pSource;
@@ -32,7 +30,7 @@ BOOL CWatcherHandlerThread::OnThreadMessage(const SMessage& msg)
     for (;;)
     {
         SEvent event;
-        std::shared_ptr<CFileWatcher> pSource;
+        std::shared_ptr<IEventSink> pSource;
         {
             std::lock_guard lock(m_mutex);
             if (m_aEvents.empty())

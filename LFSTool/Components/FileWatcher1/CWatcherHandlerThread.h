@@ -1,6 +1,6 @@
 // CWatcherHandlerThread: the thread that hands the watcher's findings to the handlers. Producers queue
-// events; the thread's message loop delivers them through the file watcher, which holds the handler
-// list, and ends on the message QUIT_MESSAGE.
+// events; the thread's message loop delivers them to its sink (the file watcher, which holds the
+// handler list), and ends on the message QUIT_MESSAGE.
 #pragma once
 
 #include "Platform/CString.h"
@@ -11,8 +11,6 @@
 #include <mutex>
 #include <string>
 #include <unordered_set>
-
-class CFileWatcher;
 
 class CWatcherHandlerThread : public CWinThread
 {
@@ -35,8 +33,18 @@ public:
         CString csPath;
     };
 
-    // The file watcher whose handlers get the events; it is not kept alive by the thread.
-    void SetSource(const std::weak_ptr<CFileWatcher>& pSource);
+    // What delivers the events on the thread.
+    struct IEventSink
+    {
+        // Called on the handler thread, one event at a time, in the order queued.
+        virtual void SendEvent(const SEvent& event) = 0;
+
+    protected:
+        ~IEventSink() = default;
+    };
+
+    // The sink that gets the events; it is not kept alive by the thread.
+    void SetSource(const std::weak_ptr<IEventSink>& pSource);
 
     // Queues an event from any thread. A folder change that is still waiting is not queued again, so
     // a burst of changes gives one event per folder.
@@ -47,7 +55,7 @@ protected:
 
 private:
     std::mutex m_mutex;                                   // guards the members below
-    std::weak_ptr<CFileWatcher> m_pSource;                // where the handler list is
+    std::weak_ptr<IEventSink> m_pSource;                  // where the events go
     std::deque<SEvent> m_aEvents;                         // events not yet delivered
     std::unordered_set<std::u16string> m_aWaitingFolders; // folders with a change among m_aEvents
 };

@@ -1,13 +1,15 @@
 // The project manager: opening, saving and closing projects, new projects, the import of another
 // program's project file, and project files that are broken.
-#include "ProjectManager/Components/CProjectManager.h"
+#include "Platform/CTempFolder.h"
 #include "ProjectManager/Components/CProjectDll.h"
 #include "ProjectManager/Components/CProjectException.h"
+#include "ProjectManager/Components/CProjectManager.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 
 namespace fs = std::filesystem;
 
@@ -43,7 +45,8 @@ class CProjectManagerTests : public CppUnit::TestFixture
     CPPUNIT_TEST(BrokenFileTest);
     CPPUNIT_TEST_SUITE_END();
 
-    fs::path m_dir; // scratch folder of the case
+    std::unique_ptr<CTempFolder> m_temp; // scratch folder of the case
+    fs::path m_dir;                      // its path
 
     CString Scratch(const char* szName) const { return CString::FromUtf8((m_dir / szName).string()); }
 
@@ -65,25 +68,28 @@ class CProjectManagerTests : public CppUnit::TestFixture
 public:
     void setUp() override
     {
-        m_dir = fs::temp_directory_path() / "CProjectManagerTests";
-        fs::remove_all(m_dir);
-        fs::create_directories(m_dir);
+        m_temp = std::make_unique<CTempFolder>("CProjectManagerTests");
+        m_dir = m_temp->GetPath();
     }
 
-    void tearDown() override { fs::remove_all(m_dir); }
+    void tearDown() override { m_temp.reset(); }
 
     void OpenSaveCloseTest()
     {
         CProjectManager manager;
-        CPPUNIT_ASSERT(!manager.IsOpen() && manager.GetProjectPath(true).IsEmpty() && manager.GetServerURL().IsEmpty());
+        CPPUNIT_ASSERT(!manager.IsOpen());
+        CPPUNIT_ASSERT(manager.GetProjectPath(true).IsEmpty());
+        CPPUNIT_ASSERT(manager.GetServerURL().IsEmpty());
         manager.Open(TEST_FILE);
-        CPPUNIT_ASSERT(manager.IsOpen() && !manager.IsModified());
+        CPPUNIT_ASSERT(manager.IsOpen());
+        CPPUNIT_ASSERT(!manager.IsModified());
         CPPUNIT_ASSERT_EQUAL(1, manager.GetRootItems().GetCount());
         ITreeItem* pRoot = manager.GetRootItems().GetHead();
-        CPPUNIT_ASSERT(pRoot->GetType() == CProjectItem::PROJECT && pRoot->GetTitle() == u"Test project");
+        CPPUNIT_ASSERT(pRoot->GetType() == CProjectItem::PROJECT);
+        CPPUNIT_ASSERT(pRoot->GetTitle() == u"Test project");
         CPPUNIT_ASSERT_EQUAL(3, pRoot->GetChildrenCount());
-        CPPUNIT_ASSERT(pRoot->GetChild(0)->GetType() == CProjectItem::FOLDER &&
-                       pRoot->GetChild(2)->GetType() == CProjectItem::FILE);
+        CPPUNIT_ASSERT(pRoot->GetChild(0)->GetType() == CProjectItem::FOLDER);
+        CPPUNIT_ASSERT(pRoot->GetChild(2)->GetType() == CProjectItem::FILE);
         CPPUNIT_ASSERT(pRoot->GetChild(0)->GetChild(2)->GetChild(0)->GetProperty(u"cp").IsEmpty());
 
         // What the editor asks of the active project.
@@ -97,9 +103,11 @@ public:
         aFiles.Add(u"old");
         manager.GetFiles(aFiles);
         CPPUNIT_ASSERT_EQUAL(5, aFiles.GetSize());
-        CPPUNIT_ASSERT(aFiles[0] == csFolder + u"index.php" && aFiles[4] == csFolder + u"readme.txt");
+        CPPUNIT_ASSERT(aFiles[0] == csFolder + u"index.php");
+        CPPUNIT_ASSERT(aFiles[4] == csFolder + u"readme.txt");
         ITreeItem* pCss = manager.FindItem(csFolder + u"pages\\css\\main.css", nullptr);
-        CPPUNIT_ASSERT(pCss && pCss->GetTitle() == u"main.css");
+        CPPUNIT_ASSERT(pCss);
+        CPPUNIT_ASSERT(pCss->GetTitle() == u"main.css");
         CPPUNIT_ASSERT(manager.FindItem(csFolder + u"index.php", pRoot->GetChild(1)) == nullptr);
         CPPUNIT_ASSERT(manager.FindItem(csFolder + u"missing.php", nullptr) == nullptr);
         CPPUNIT_ASSERT(manager.GetCommandLine() == u"-swf \"" + csFolder + u"assets.swf\" -cp \"classes\" -cp \"lib\" "
@@ -111,12 +119,13 @@ public:
         const CString csOriginal = DumpTree(pRoot);
         fs::copy_file("../ProjectManager/tests/testfiles/test.xml", m_dir / "copy.tsproj");
         manager.Close();
-        CPPUNIT_ASSERT(!manager.IsOpen() && manager.GetRootItems().GetCount() == 0);
+        CPPUNIT_ASSERT(!manager.IsOpen());
+        CPPUNIT_ASSERT_EQUAL(0, manager.GetRootItems().GetCount());
         manager.Open(Scratch("copy.tsproj"));
         manager.Save();
         std::ifstream saved(m_dir / "copy.tsproj", std::ios::binary);
         const std::string szSaved((std::istreambuf_iterator<char>(saved)), std::istreambuf_iterator<char>());
-        CPPUNIT_ASSERT(szSaved.compare(0, 2, "\xFF\xFE") == 0);
+        CPPUNIT_ASSERT_EQUAL(0, szSaved.compare(0, 2, "\xFF\xFE"));
         manager.Close();
         manager.Open(Scratch("copy.tsproj"));
         CString csReloaded = DumpTree(manager.GetRootItems().GetHead());
@@ -131,8 +140,10 @@ public:
         manager.Create(csFile, u"new proj");
         CPPUNIT_ASSERT_EQUAL(1, manager.GetRootItems().GetCount());
         ITreeItem* pRoot = manager.GetRootItems().GetHead();
-        CPPUNIT_ASSERT(pRoot->GetTitle() == u"new proj" && pRoot->GetType() == CProjectItem::PROJECT);
-        CPPUNIT_ASSERT(pRoot->GetProperty(u"projectType") == u"General" && pRoot->GetProperty(u"version") == u"1.1");
+        CPPUNIT_ASSERT(pRoot->GetTitle() == u"new proj");
+        CPPUNIT_ASSERT(pRoot->GetType() == CProjectItem::PROJECT);
+        CPPUNIT_ASSERT(pRoot->GetProperty(u"projectType") == u"General");
+        CPPUNIT_ASSERT(pRoot->GetProperty(u"version") == u"1.1");
 
         // Markup in the name stays text; a second project is a second root.
         manager.Create(Scratch("second.tsproj"), u"a&b <\"c\"> 'd'");
@@ -152,14 +163,16 @@ public:
         CPPUNIT_ASSERT(fs::exists(m_dir / "ts.tsproj"));
         CPPUNIT_ASSERT_EQUAL(1, manager.GetRootItems().GetCount());
         ITreeItem* pRoot = manager.GetRootItems().GetHead();
-        CPPUNIT_ASSERT(pRoot->GetTitle() == u"ts" && pRoot->GetProperty(u"path") == Scratch("ts.tsproj"));
+        CPPUNIT_ASSERT(pRoot->GetTitle() == u"ts");
+        CPPUNIT_ASSERT(pRoot->GetProperty(u"path") == Scratch("ts.tsproj"));
         CPPUNIT_ASSERT_EQUAL(3, pRoot->GetChildrenCount());
         ITreeItem* pSources = pRoot->GetChild(0);
-        CPPUNIT_ASSERT(pSources->GetTitle() == u"Source Files" && pSources->GetChildrenCount() == 3);
-        CPPUNIT_ASSERT(pSources->GetChild(1)->GetTitle() == u"parser.cpp" &&
-                       pSources->GetChild(1)->GetProperty(u"path") == u"Parser\\parser.cpp");
-        CPPUNIT_ASSERT(pSources->GetChild(2)->GetType() == CProjectItem::FOLDER &&
-                       pSources->GetChild(2)->GetChild(0)->GetTitle() == u"index.php");
+        CPPUNIT_ASSERT(pSources->GetTitle() == u"Source Files");
+        CPPUNIT_ASSERT_EQUAL(3, pSources->GetChildrenCount());
+        CPPUNIT_ASSERT(pSources->GetChild(1)->GetTitle() == u"parser.cpp");
+        CPPUNIT_ASSERT(pSources->GetChild(1)->GetProperty(u"path") == u"Parser\\parser.cpp");
+        CPPUNIT_ASSERT(pSources->GetChild(2)->GetType() == CProjectItem::FOLDER);
+        CPPUNIT_ASSERT(pSources->GetChild(2)->GetChild(0)->GetTitle() == u"index.php");
         CPPUNIT_ASSERT(pRoot->GetChild(2)->GetTitle() == u"ReadMe.txt");
 
         // The target exists now; something that isn't such a project doesn't import.
@@ -196,7 +209,8 @@ public:
             }
             catch (const CProjectException& e)
             {
-                CPPUNIT_ASSERT(e.GetPlace() == test.szPlace && !e.GetMessage().IsEmpty());
+                CPPUNIT_ASSERT(e.GetPlace() == test.szPlace);
+                CPPUNIT_ASSERT(!e.GetMessage().IsEmpty());
             }
             CPPUNIT_ASSERT_EQUAL(1, manager.GetRootItems().GetCount());
         }

@@ -2,6 +2,7 @@
 // changes or holds odd entries while it is walked.
 #include "Tessaroline/Components/Find/CFileDirList.h"
 
+#include "Platform/CTempFolder.h"
 #include "Platform/NativePath.h"
 
 #include <algorithm>
@@ -19,17 +20,9 @@ const CString TEST_FOLDER = u"..\\Tessaroline\\Components\\Find\\tests\\testfile
 // A scratch tree, removed with everything in it.
 struct CScratchTree
 {
-    std::filesystem::path root;
-    explicit CScratchTree(const char* szName) : root(std::filesystem::temp_directory_path() / szName)
-    {
-        std::filesystem::remove_all(root);
-        std::filesystem::create_directories(root);
-    }
-    ~CScratchTree()
-    {
-        std::error_code ec;
-        std::filesystem::remove_all(root, ec);
-    }
+    CTempFolder temp;
+    const std::filesystem::path& root = temp.GetPath();
+    explicit CScratchTree(const char* szName) : temp(szName) {}
     void Write(const std::string& szPath, const std::string& szBytes = "text\n") const
     {
         std::filesystem::create_directories((root / szPath).parent_path());

@@ -1,5 +1,6 @@
 // Find in files: every hit in every file of the test folder, with each kind of search, and files that
 // can't be searched.
+#include "Platform/CTempFolder.h"
 #include "Tessaroline/Components/Find/CFileDirList.h"
 #include "Tessaroline/Components/Find/CFindAllSearcher.h"
 
@@ -90,9 +91,8 @@ public:
 
         // A binary file is loaded as far as the text reader takes it (it stops at control characters);
         // a dangling link and a pipe are passed over.
-        const auto root = std::filesystem::temp_directory_path() / "TessarolineFindAllTest";
-        std::filesystem::remove_all(root);
-        std::filesystem::create_directories(root);
+        const CTempFolder temp("TessarolineFindAllTest");
+        const auto& root = temp.GetPath();
         const char szBinary[] = "\0\1\2 find \x80\x81\n\0find";
         std::ofstream(root / "a.bin", std::ios::binary) << std::string(szBinary, sizeof(szBinary) - 1);
         std::filesystem::create_symlink(root / "gone", root / "b.txt");
@@ -102,7 +102,6 @@ public:
         CFindAllSearcher oddSearcher(&odd, u"find", 0);
         oddSearcher.Run();
         CPPUNIT_ASSERT(oddSearcher.GetFilesSearched() == 1 && oddSearcher.GetFilesSkipped() == 2);
-        std::filesystem::remove_all(root);
 
         // A bad expression is the caller's error.
         CFileDirList again;

@@ -1,9 +1,9 @@
 // The Cairo surface: fonts that the classic faces resolve to, measuring, and what lands on pixels.
+#include "Platform/CTempFolder.h"
 #include "Platform/Cairo/CCairoDC.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <filesystem>
-#include <random>
 
 class CPlatformCairoTest : public CppUnit::TestFixture
 {
@@ -78,12 +78,10 @@ public:
         CPPUNIT_ASSERT_EQUAL(RGB(0, 255, 0), dc.GetPixel(20, 19));
         CPPUNIT_ASSERT_EQUAL(RGB(255, 0, 0), dc.GetPixel(20, 15));
 
-        const std::filesystem::path path =
-            std::filesystem::temp_directory_path() /
-            ("tessaroline-dc-" + std::to_string(std::random_device()()) + ".png");
+        const CTempFolder temp("CPlatformCairoTest");
+        const std::filesystem::path path = temp / "dc.png";
         CPPUNIT_ASSERT(dc.WriteToPNG(CString::FromUtf8(path.string())));
         CPPUNIT_ASSERT(std::filesystem::file_size(path) > 0);
-        std::filesystem::remove(path);
         CPPUNIT_ASSERT(!dc.WriteToPNG(u"/nonexistent-folder/x.png"));
     }
 

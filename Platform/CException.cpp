@@ -1,0 +1,6 @@
+#include "CException.h"
+
+[[noreturn]] void AfxThrowInvalidArgException()
+{
+    throw CInvalidArgException();
+}

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Runs a built self-check in a folder of its own: the mirror of the suites' data that the build keeps
+# in <build>/testdata is copied into a fresh temporary folder and the self-check starts in its
+# SelfCheck/, where the relative data paths ("..\Edit\tests\testfiles\...") resolve. Nothing under the
+# source tree or the build's mirror is written, and runs side by side don't meet. The folder is
+# removed afterwards; TESSAROLINE_KEEP_RUN=1 keeps it (its path goes to stderr).
+#   tools/run-selfcheck.sh <build folder>
+set -euo pipefail
+build_dir=$(cd "${1:?usage: run-selfcheck.sh <build folder>}" && pwd)
+exe="$build_dir/bin/SelfCheck"
+mirror="$build_dir/testdata"
+if [ ! -x "$exe" ] || [ ! -d "$mirror" ]; then
+  echo "run-selfcheck: $build_dir holds no built self-check (bin/SelfCheck and testdata/)" >&2
+  exit 2
+fi
+run=$(mktemp -d "${TMPDIR:-/tmp}/tessaroline-selfcheck.XXXXXX")
+if [ "${TESSAROLINE_KEEP_RUN:-0}" = 1 ]; then
+  echo "run-selfcheck: running in $run" >&2
+else
+  trap 'rm -rf "$run"' EXIT
+fi
+cp -R "$mirror/." "$run/"
+cd "$run/SelfCheck"
+set +e
+"$exe"
+rc=$?
+set -e
+exit $rc
