@@ -96,7 +96,8 @@ public:
         auto pThread = std::make_shared<CRecordingThread>();
         CPPUNIT_ASSERT_EQUAL(WAIT_OBJECT_0, pThread->WaitForEnd(0)); // never started
         CPPUNIT_ASSERT(pThread->PostThreadMessage(5, 1, 2));
-        CPPUNIT_ASSERT(pThread->CreateThread() && !pThread->CreateThread());
+        CPPUNIT_ASSERT(pThread->CreateThread());
+        CPPUNIT_ASSERT(!pThread->CreateThread());
         CPPUNIT_ASSERT(!pThread->IsCurrentThread());
         pThread->PostThreadMessage(7, 0, 0);
         pThread->PostThreadMessage(1, 0, 0);
