@@ -1,5 +1,7 @@
 // Throughput of the text model: loading large files, many small edits with undo recording, undoing
-// them, deleting a large range, and one typed character in a small and in a large document.
+// them, deleting a large range, and one typed character in a small and in a large document; the
+// whole-buffer load against the line store's on the same file at three sizes, the memory a loaded
+// document holds, and a large paste with its undo and redo.
 #include "Edit/Model/CEditTextStore.h"
 #include "Edit/Model/CTextBuffer.h"
 
@@ -9,6 +11,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <malloc.h>
+#include <map>
 #include <memory>
 #include <random>
 #include <string>
@@ -164,6 +168,112 @@ void BM_StoreLoadUtf8(benchmark::State& state)
     StoreLoad(state, Files().szUtf8, 0);
 }
 
+// A file of about nMegabytes MB of ASCII lines (UTF-8 without a mark), made on first use.
+std::string AsciiFile(int nMegabytes)
+{
+    static std::map<int, std::string> aFiles;
+    auto it = aFiles.find(nMegabytes);
+    if (it == aFiles.end())
+        it = aFiles
+                 .emplace(nMegabytes,
+                          MakeFile(("tessaroline-bench-ascii-" + std::to_string(nMegabytes) + ".txt").c_str(),
+                                   static_cast<std::size_t>(nMegabytes) << 20, "", "e", "x"))
+                 .first;
+    return it->second;
+}
+
+double Median(std::vector<double> a)
+{
+    std::sort(a.begin(), a.end());
+    return a.empty() ? 0 : a[a.size() / 2];
+}
+
+template <typename F> double Seconds(F&& f)
+{
+    const auto tStart = std::chrono::steady_clock::now();
+    f();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - tStart).count();
+}
+
+// The heap in use, small blocks and mapped ones.
+double HeapBytes()
+{
+    const struct mallinfo2 info = ::mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+// Loads of the same ASCII file into the line store and into a whole text buffer, taking turns;
+// medians of the runs, their ratio, and the heap the loaded buffer holds against the file's size.
+void BM_LoadStoreAndBuffer(benchmark::State& state)
+{
+    const std::string szFile = AsciiFile(static_cast<int>(state.range(0)));
+    const CString csFile = CString::FromUtf8(szFile);
+    const auto dBytes = static_cast<double>(std::filesystem::file_size(szFile));
+    std::vector<double> aStore, aBuffer;
+    double dHeld = 0;
+    for (auto _ : state)
+    {
+        aStore.push_back(Seconds(
+            [&]
+            {
+                CEditTextStore store;
+                int nEncoding = -3, nEol = 0;
+                if (!store.LoadFromFile(csFile, nEncoding, nEol))
+                    state.SkipWithError("store load failed");
+            }));
+        const double dBefore = HeapBytes();
+        CTextBuffer buffer;
+        aBuffer.push_back(Seconds(
+            [&]
+            {
+                if (!buffer.LoadFromFile(csFile))
+                    state.SkipWithError("buffer load failed");
+            }));
+        dHeld = HeapBytes() - dBefore;
+        buffer.Close();
+    }
+    const double dStore = Median(aStore), dBuffer = Median(aBuffer);
+    state.counters["store_ms"] = dStore * 1000;
+    state.counters["buffer_ms"] = dBuffer * 1000;
+    state.counters["buffer_ms_per_MB"] = dBuffer * 1000 / (dBytes / (1 << 20));
+    state.counters["buffer_to_store"] = dBuffer / dStore;
+    state.counters["held_to_file"] = dHeld / dBytes;
+}
+
+// nPaste lines pasted into the middle of a 1,000,000-line buffer, then undone and redone; medians
+// of the runs. Each run starts from the same document, since undo takes the paste back.
+void BM_PasteUndoRedo(benchmark::State& state)
+{
+    const int nPaste = static_cast<int>(state.range(0));
+    auto pBuffer = LoadBuffer(1000000);
+    if (!pBuffer)
+    {
+        state.SkipWithError("no document");
+        return;
+    }
+    std::u16string szPaste;
+    for (int i = 0; i < nPaste; ++i)
+        szPaste += pBuffer->GetLine(i).Str() + u"\r\n";
+    const CString csPaste(szPaste);
+    std::vector<double> aPaste, aUndo, aRedo;
+    for (auto _ : state)
+    {
+        CPoint ptEnd;
+        aPaste.push_back(Seconds([&] { pBuffer->InsertText(CPoint(5, 500000), csPaste, ptEnd); }));
+        aUndo.push_back(Seconds([&] { pBuffer->Undo(); }));
+        aRedo.push_back(Seconds([&] { pBuffer->Redo(); }));
+        state.PauseTiming();
+        if (pBuffer->GetLinesCount() != 1000000 + nPaste)
+            state.SkipWithError("the paste did not add its lines");
+        pBuffer->Undo();
+        state.ResumeTiming();
+    }
+    state.counters["paste_ms"] = Median(aPaste) * 1000;
+    state.counters["undo_ms"] = Median(aUndo) * 1000;
+    state.counters["redo_ms"] = Median(aRedo) * 1000;
+    pBuffer->Close();
+}
+
 // The whole document load, with the colour records and regions attached.
 void BM_BufferLoad8Bit(benchmark::State& state)
 {
@@ -305,6 +415,8 @@ void BM_TypeChar(benchmark::State& state)
 BENCHMARK(BM_StoreLoad8Bit)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_StoreLoadUtf8)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_BufferLoad8Bit)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_LoadStoreAndBuffer)->Unit(benchmark::kMillisecond)->Arg(10)->Arg(50)->Arg(200)->Iterations(5);
+BENCHMARK(BM_PasteUndoRedo)->Unit(benchmark::kMillisecond)->Arg(2000)->Arg(25000)->Arg(100000)->Iterations(5);
 BENCHMARK(BM_InsertRandom)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_UndoAll)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_DeleteRange)->Unit(benchmark::kMicrosecond)->Iterations(20);

@@ -121,6 +121,7 @@ void CSearchInString::PreparePlain(const CString& csPattern, DWORD dwFlags)
     m_aPlainSkip.fill(m);
     for (int j = 0; j < m - 1; ++j)
         m_aPlainSkip[m_csPlainFolded[j] & 0xFF] = m - 1 - j;
+    m_bPlainGeneral = m == 0 || m_csPlainFolded.Find(u'\n') != -1;
     m_dwPlainFlags = dwCase;
 }
 
@@ -150,7 +151,9 @@ CSearchInString::CSearchResults CSearchInString::SearchLine(const CString& csPat
                                                             int nStart, DWORD dwFlags)
 {
     // A pattern that holds a line end is the one plain case where the appended "\n" takes part.
-    if ((dwFlags & SF_UP) || (!(dwFlags & SF_REGEXP) && (csPattern.IsEmpty() || csPattern.Find(u'\n') != -1)))
+    if (!(dwFlags & (SF_UP | SF_REGEXP)))
+        PreparePlain(csPattern, dwFlags);
+    if ((dwFlags & SF_UP) || (!(dwFlags & SF_REGEXP) && m_bPlainGeneral))
     {
         CString csText(szLine);
         if (bLineEnd)
@@ -166,7 +169,6 @@ CSearchInString::CSearchResults CSearchInString::SearchLine(const CString& csPat
 
     if (!(dwFlags & SF_REGEXP))
     {
-        PreparePlain(csPattern, dwFlags);
         const int m = m_csPlainFolded.GetLength();
         auto IsWord = [&](int nAt)
         {

@@ -79,6 +79,7 @@ private:
     CString m_csPlainPattern;                      // as the caller gave it
     DWORD m_dwPlainFlags = static_cast<DWORD>(-1); // the flags it was prepared for; -1: none yet
     CString m_csPlainFolded;             // as compared and reported: lower-cased unless matching case
+    bool m_bPlainGeneral = false;        // empty or holding a line end: searched the general way
     std::array<int, 256> m_aPlainSkip{}; // shift by the low byte of the unit under the pattern's end
     std::u16string m_szLineBuffer;       // a line and its line end, for a regular expression
 };
