@@ -64,6 +64,7 @@ CRegularExpression::~CRegularExpression() = default;
 BOOL CRegularExpression::Compile(const CString& csPattern, int nOptions)
 {
     m_pCode.reset();
+    m_bJit = false;
     m_nLastExec = -1;
     int nError = 0;
     PCRE2_SIZE nErrorOffset = 0;
@@ -93,7 +94,7 @@ BOOL CRegularExpression::Compile(const CString& csPattern, int nOptions)
         return FALSE;
     }
     // Machine code where the library has it; the interpreter otherwise, with the same results.
-    pcre2_jit_compile(m_pCode.get(), PCRE2_JIT_COMPLETE);
+    m_bJit = pcre2_jit_compile(m_pCode.get(), PCRE2_JIT_COMPLETE) == 0;
     return TRUE;
 }
 

@@ -81,6 +81,7 @@ private:
     std::unique_ptr<pcre2_real_match_data_16, CFree> m_pMatchData;       // the offset pairs of the last match
     std::unique_ptr<pcre2_real_match_context_16, CFree> m_pMatchContext; // holds the match limit
     std::unique_ptr<pcre2_real_jit_stack_16, CFree> m_pJitStack;         // for compiled machine code, if any
+    bool m_bJit = false;                                                 // the pattern has machine code
     int m_nLastExec = -1;                                                // the last Exec's value
     CString m_csSubject;             // the last subject given to Exec, for the captures' text
     std::u16string_view m_szSubject; // the last subject of either Exec; into m_csSubject after Exec

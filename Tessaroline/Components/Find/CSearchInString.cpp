@@ -5,7 +5,12 @@
 #include "Platform/CharClasses.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace
 {
@@ -128,7 +133,38 @@ void CSearchInString::PreparePlain(const CString& csPattern, DWORD dwFlags)
 int CSearchInString::FindPlain(std::u16string_view szText, int nStart) const
 {
     if (m_dwPlainFlags & SF_MATCH_CASE)
+    {
+#if defined(__SSE2__)
+        // Eight places at a time: those where the first and the last unit of the pattern stand at
+        // once are compared in full.
+        const char16_t* pText = szText.data();
+        const auto n = static_cast<int>(szText.size());
+        const char16_t* pPattern = m_csPlainFolded.GetString();
+        const int m = m_csPlainFolded.GetLength();
+        const __m128i first = _mm_set1_epi16(static_cast<short>(pPattern[0]));
+        const __m128i last = _mm_set1_epi16(static_cast<short>(pPattern[m - 1]));
+        const std::size_t nMiddle = m > 2 ? sizeof(char16_t) * static_cast<std::size_t>(m - 2) : 0;
+        int i = nStart;
+        for (; i + m + 7 <= n; i += 8)
+        {
+            const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pText + i));
+            const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(pText + i + m - 1));
+            auto nMask = static_cast<unsigned>(
+                _mm_movemask_epi8(_mm_and_si128(_mm_cmpeq_epi16(a, first), _mm_cmpeq_epi16(b, last))));
+            while (nMask)
+            {
+                const int nBit = __builtin_ctz(nMask);
+                const int k = i + nBit / 2;
+                if (std::memcmp(pText + k + 1, pPattern + 1, nMiddle) == 0)
+                    return k;
+                nMask &= ~(3u << nBit);
+            }
+        }
+        return FindFolded(szText, i, m_csPlainFolded.Str(), m_aPlainSkip, CSame());
+#else
         return FindFolded(szText, nStart, m_csPlainFolded.Str(), m_aPlainSkip, CSame());
+#endif
+    }
     return FindFolded(szText, nStart, m_csPlainFolded.Str(), m_aPlainSkip, CLower());
 }
 
