@@ -49,6 +49,33 @@ template <typename FOLD> bool IsWholeWordIn(std::u16string_view szText, int nSta
     return nEnd < 0 || !IsCharAlnum(fold(szText[static_cast<std::size_t>(nEnd)]));
 }
 
+// Whether an expression behaves alike on a line and on that line with "\n" behind it: it has nothing
+// that could match the line end or look at it (a literal control character, "$", a negated or named
+// class, a group with options or a verb, an escape other than \d, \w, \S, \b, \B or of a sign). Then the
+// line is searched where it stands.
+bool IgnoresLineEnd(std::u16string_view szPattern)
+{
+    for (std::size_t i = 0; i < szPattern.size(); ++i)
+    {
+        const char16_t ch = szPattern[i];
+        const char16_t chNext = i + 1 < szPattern.size() ? szPattern[i + 1] : u'\0';
+        if (ch < 0x20 || ch == u'$')
+            return false;
+        if ((ch == u'[' && (chNext == u'^' || chNext == u':')) ||
+            (ch == u'(' && (chNext == u'?' || chNext == u'*')))
+            return false;
+        if (ch == u'\\')
+        {
+            const bool bSign = chNext != u'\0' && chNext < 0x80 && !IsCharAlnum(chNext) && chNext >= 0x20;
+            if (!bSign && chNext != u'd' && chNext != u'w' && chNext != u'S' && chNext != u'b' &&
+                chNext != u'B')
+                return false;
+            ++i;
+        }
+    }
+    return true;
+}
+
 // Boyer-Moore-Horspool over folded units, the shift taken by the low byte of the unit under the
 // pattern's last one (units sharing a low byte share the smallest shift, which stays safe).
 template <typename FOLD>
@@ -178,6 +205,7 @@ CRegularExpression& CSearchInString::Compiled(const CString& csPattern, DWORD dw
             RaiseRegExpError(__LINE__);
         m_csCompiledPattern = csPattern;
         m_nCompiledOptions = nOptions;
+        m_bIgnoresLineEnd = IgnoresLineEnd(csPattern.Str());
     }
     return m_regexp;
 }
@@ -221,12 +249,15 @@ CSearchInString::CSearchResults CSearchInString::SearchLine(const CString& csPat
 
     CRegularExpression& regexp = Compiled(csPattern, dwFlags);
     std::u16string_view szSubject = szLine;
-    if (bLineEnd)
+    if (bLineEnd && !m_bIgnoresLineEnd)
     {
         m_szLineBuffer.assign(szLine);
         m_szLineBuffer += u'\n';
         szSubject = m_szLineBuffer;
     }
+    // Only the line end itself lies behind the line, and this expression can't match it.
+    if (nStart > static_cast<int>(szSubject.size()))
+        return results;
     int nMatchStart = -1, nMatchEnd = -1;
     const int nCount = regexp.ExecInPlace(szSubject, nStart, &nMatchStart, &nMatchEnd);
     if (nCount < PCRE_ERROR_NOMATCH)

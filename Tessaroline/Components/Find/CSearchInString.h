@@ -56,8 +56,8 @@ public:
 protected:
     // What Search(csPattern, szLine + "\n" when bLineEnd, nStart, dwFlags) gives, reading the line
     // where it stands: a forward plain search copies nothing and compares case-folded units without
-    // lowering the line; a forward regular expression gets the line end in a reused buffer. Backward
-    // searches take the general way.
+    // lowering the line; a forward regular expression runs on the line as it stands unless it could
+    // see the line end, which it then gets in a reused buffer. Backward searches take the general way.
     CSearchResults SearchLine(const CString& csPattern, std::u16string_view szLine, bool bLineEnd, int nStart,
                               DWORD dwFlags);
 
@@ -73,7 +73,8 @@ private:
     // of what a search gives.
     CRegularExpression m_regexp;
     CString m_csCompiledPattern;
-    int m_nCompiledOptions = -1; // -1: nothing compiled
+    int m_nCompiledOptions = -1;    // -1: nothing compiled
+    bool m_bIgnoresLineEnd = false; // the expression finds the same in a line with or without its "\n"
 
     // The plain pattern prepared for SearchLine.
     CString m_csPlainPattern;                      // as the caller gave it

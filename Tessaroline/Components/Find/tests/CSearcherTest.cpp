@@ -326,8 +326,9 @@ public:
     void LineSearchTest()
     {
         const std::u16string_view szAlphabet = u"aAkK\u212A\u0130i\u00E9\u00C9 1_x\u03A3\u03C3";
-        const char16_t* aExpressions[] = {u"a.",  u"k+",   u"\\w\\s", u"(a)|(x)", u"x$",
-                                          u"\\n", u"\\s$", u"i",      u"\u00E9",  u"[^a]"};
+        const char16_t* aExpressions[] = {u"a.",      u"k+",  u"\\w\\s", u"(a)|(x)",     u"x$",   u"\\n",
+                                          u"\\s$",    u"i",   u"\u00E9", u"[^a]",        u"a\\b", u"\\d+\\.",
+                                          u"(?=\\s)", u"\\W", u"x\\Z",   u"[[:space:]]", u"k\\B"};
         std::mt19937 rng(23);
         CLineSearch lineSearch;
         CSearchInString search;
