@@ -49,6 +49,14 @@ template <typename FOLD> bool IsWholeWordIn(std::u16string_view szText, int nSta
     return nEnd < 0 || !IsCharAlnum(fold(szText[static_cast<std::size_t>(nEnd)]));
 }
 
+// Equal texts, compared as bytes: asked once a line, so it must cost little.
+bool SameText(const CString& cs1, const CString& cs2) noexcept
+{
+    return cs1.GetLength() == cs2.GetLength() &&
+           std::memcmp(cs1.GetString(), cs2.GetString(),
+                       sizeof(char16_t) * static_cast<std::size_t>(cs1.GetLength())) == 0;
+}
+
 // Whether an expression behaves alike on a line and on that line with "\n" behind it: it has nothing
 // that could match the line end or look at it (a literal control character, "$", a negated or named
 // class, a group with options or a verb, an escape other than \d, \w, \S, \b, \B or of a sign). Then the
@@ -143,7 +151,7 @@ BOOL CSearchInString::IsWholeWord(const CString& csText, int nStart, int nEnd)
 void CSearchInString::PreparePlain(const CString& csPattern, DWORD dwFlags)
 {
     const DWORD dwCase = dwFlags & SF_MATCH_CASE;
-    if (m_dwPlainFlags == dwCase && m_csPlainPattern == csPattern)
+    if (m_dwPlainFlags == dwCase && SameText(m_csPlainPattern, csPattern))
         return;
     m_csPlainPattern = csPattern;
     m_csPlainFolded = csPattern;
@@ -198,7 +206,7 @@ int CSearchInString::FindPlain(std::u16string_view szText, int nStart) const
 CRegularExpression& CSearchInString::Compiled(const CString& csPattern, DWORD dwFlags)
 {
     const int nOptions = (dwFlags & SF_MATCH_CASE) ? 0 : PCRE_CASELESS;
-    if (nOptions != m_nCompiledOptions || csPattern != m_csCompiledPattern)
+    if (nOptions != m_nCompiledOptions || !SameText(csPattern, m_csCompiledPattern))
     {
         m_nCompiledOptions = -1;
         if (!m_regexp.Compile(csPattern, nOptions))
