@@ -18,9 +18,11 @@ packages=(
 )
 # clang with its runtime builds the fuzz entry points; optional for everything else.
 optional=(clang libclang-rt-14-dev)
+# ripgrep is a second peer of the search benchmark, which runs without it too.
+peers=(ripgrep)
 
 missing=()
-for p in "${packages[@]}" ${TESSAROLINE_WITH_FUZZ:+"${optional[@]}"}; do
+for p in "${packages[@]}" ${TESSAROLINE_WITH_FUZZ:+"${optional[@]}"} ${TESSAROLINE_WITH_PEERS:+"${peers[@]}"}; do
   if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
     missing+=("$p")
   fi

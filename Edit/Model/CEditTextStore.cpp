@@ -78,9 +78,11 @@ void CEditTextStore::ReserveLines(int nMore)
 void CEditTextStore::InsertText(const CPoint& ptStart, const CString& csText, CPoint& ptEnd)
 {
     CString& csLine = m_aLines.GetAt(ptStart.y);
-    // The text may be the very line it goes into.
-    const CString csOwnCopy = &csText == &csLine ? csText : CString();
-    const CString& csSource = &csText == &csLine ? csOwnCopy : csText;
+    // The text may be a line of this store, which moves when lines are inserted.
+    const CString* pLines = m_aLines.GetData();
+    const bool bOwnLine = &csText >= pLines && &csText < pLines + m_aLines.GetSize();
+    const CString csOwnCopy = bOwnLine ? csText : CString();
+    const CString& csSource = bOwnLine ? csOwnCopy : csText;
 
     int nBreak = csSource.Find(SZ_EOL);
     if (nBreak < 0)
@@ -91,23 +93,27 @@ void CEditTextStore::InsertText(const CPoint& ptStart, const CString& csText, CP
     }
 
     // The line keeps what stands before the position plus the first piece; its old tail goes behind
-    // the last piece. The lines between are put in all at once.
+    // the last piece. Room for the new lines is made in one move, and each is then filled in place.
     const CString csTail = csLine.Mid(ptStart.x);
     csLine = csLine.Left(ptStart.x) + csSource.Left(nBreak);
+    int nNewLines = 0;
+    for (int nAt = nBreak; nAt >= 0; nAt = csSource.Find(SZ_EOL, nAt + 2))
+        ++nNewLines;
+    ReserveLines(nNewLines);
+    m_aLines.InsertAt(ptStart.y + 1, CString(), nNewLines);
 
-    CStringArray aNewLines;
+    int y = ptStart.y + 1;
     int nFrom = nBreak + 2;
     while ((nBreak = csSource.Find(SZ_EOL, nFrom)) >= 0)
     {
-        aNewLines.Add(csSource.Mid(nFrom, nBreak - nFrom));
+        m_aLines[y++].Str().assign(csSource.Str(), static_cast<std::size_t>(nFrom),
+                                   static_cast<std::size_t>(nBreak - nFrom));
         nFrom = nBreak + 2;
     }
-    const CString csLast = csSource.Mid(nFrom);
-    ptEnd = CPoint(csLast.GetLength(), ptStart.y + 1 + aNewLines.GetSize());
-    aNewLines.Add(csLast + csTail);
-
-    ReserveLines(aNewLines.GetSize());
-    m_aLines.InsertAt(ptStart.y + 1, &aNewLines);
+    CString& csLast = m_aLines[y];
+    csLast.Str().assign(csSource.Str(), static_cast<std::size_t>(nFrom));
+    ptEnd = CPoint(csLast.GetLength(), y);
+    csLast += csTail;
 }
 
 void CEditTextStore::DeleteText(const CPoint& ptStart, const CPoint& ptEnd)

@@ -8,7 +8,9 @@
 #include "Platform/CArray.h"
 
 // One CLineColorInfo per line of the attached buffer. The parser paints ranges; inserted text takes
-// the colour of the run it lands in, so the paint stays put while the user types.
+// the colour of the run it lands in, so the paint stays put while the user types. A line that has
+// never been coloured holds no records (it reads as all zero), so a loaded document costs one
+// pointer a line here until it is painted; edits of many lines move the line array once.
 class CTextColorBuffer : public CArray<CLineColorInfo, const CLineColorInfo&>,
                          public ITextColorBuffer,
                          public CEmptyTextBufferEvents
@@ -38,7 +40,15 @@ public:
     // Forgets the buffer and drops the records; unregistering is the buffer's business (its Close).
     void Detach() noexcept;
 
+    // The count of records of line nLine: its text's length, whether it holds records or not.
+    [[nodiscard]] int GetLineLength(int nLine) const;
+    // Checks that the lines are in step with the attached buffer (one entry per line, records of a
+    // coloured line as many as its characters); raises std::logic_error naming the first fault.
+    void AssertValid() const;
+
 private:
+    // Line nLine with its records, created all zero if it has none yet.
+    CLineColorInfo& Colored(int nLine);
     // The record that text inserted at x of a line with the records aLine takes.
     static COLOR_INFO ChooseInsertColor(const CLineColorInfo& aLine, int x);
 

@@ -1,5 +1,7 @@
 // Throughput of the text model: loading large files, many small edits with undo recording, undoing
-// them, deleting a large range, and one typed character in a small and in a large document.
+// them, deleting a large range, and one typed character in a small and in a large document; the
+// whole-buffer load against the line store's on the same file at three sizes, the memory a loaded
+// document holds, and a large paste with its undo and redo.
 #include "Edit/Model/CEditTextStore.h"
 #include "Edit/Model/CTextBuffer.h"
 
@@ -7,8 +9,11 @@
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <malloc.h>
+#include <map>
 #include <memory>
 #include <random>
 #include <string>
@@ -164,6 +169,125 @@ void BM_StoreLoadUtf8(benchmark::State& state)
     StoreLoad(state, Files().szUtf8, 0);
 }
 
+// A file of about nMegabytes MB of ASCII lines (UTF-8 without a mark), made on first use.
+std::string AsciiFile(int nMegabytes)
+{
+    static std::map<int, std::string> aFiles;
+    auto it = aFiles.find(nMegabytes);
+    if (it == aFiles.end())
+        it = aFiles
+                 .emplace(nMegabytes,
+                          MakeFile(("tessaroline-bench-ascii-" + std::to_string(nMegabytes) + ".txt").c_str(),
+                                   static_cast<std::size_t>(nMegabytes) << 20, "", "e", "x"))
+                 .first;
+    return it->second;
+}
+
+double Median(std::vector<double> a)
+{
+    std::sort(a.begin(), a.end());
+    return a.empty() ? 0 : a[a.size() / 2];
+}
+
+// Wall and processor seconds of f; on a shared machine the second is the steadier figure.
+struct STimes
+{
+    std::vector<double> aWall, aCpu;
+    template <typename F> void Add(F&& f)
+    {
+        const auto tStart = std::chrono::steady_clock::now();
+        const std::clock_t tCpu = std::clock();
+        f();
+        aCpu.push_back(static_cast<double>(std::clock() - tCpu) / CLOCKS_PER_SEC);
+        aWall.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - tStart).count());
+    }
+    [[nodiscard]] double Wall() const { return Median(aWall); }
+    [[nodiscard]] double Cpu() const { return Median(aCpu); }
+};
+
+// The heap in use, small blocks and mapped ones.
+double HeapBytes()
+{
+    const struct mallinfo2 info = ::mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+// Loads of the same ASCII file into the line store and into a whole text buffer, taking turns;
+// medians of the runs, their ratio, and the heap the loaded buffer holds against the file's size.
+void BM_LoadStoreAndBuffer(benchmark::State& state)
+{
+    const std::string szFile = AsciiFile(static_cast<int>(state.range(0)));
+    const CString csFile = CString::FromUtf8(szFile);
+    const auto dBytes = static_cast<double>(std::filesystem::file_size(szFile));
+    STimes store, buffer;
+    double dHeld = 0;
+    for (auto _ : state)
+    {
+        store.Add(
+            [&]
+            {
+                CEditTextStore lines;
+                int nEncoding = -3, nEol = 0;
+                if (!lines.LoadFromFile(csFile, nEncoding, nEol))
+                    state.SkipWithError("store load failed");
+            });
+        const double dBefore = HeapBytes();
+        CTextBuffer document;
+        buffer.Add(
+            [&]
+            {
+                if (!document.LoadFromFile(csFile))
+                    state.SkipWithError("buffer load failed");
+            });
+        dHeld = HeapBytes() - dBefore;
+        document.Close();
+    }
+    state.counters["store_ms"] = store.Wall() * 1000;
+    state.counters["buffer_ms"] = buffer.Wall() * 1000;
+    state.counters["store_cpu_ms"] = store.Cpu() * 1000;
+    state.counters["buffer_cpu_ms"] = buffer.Cpu() * 1000;
+    state.counters["buffer_cpu_ms_per_MB"] = buffer.Cpu() * 1000 / (dBytes / (1 << 20));
+    state.counters["buffer_to_store_cpu"] = buffer.Cpu() / store.Cpu();
+    state.counters["held_to_file"] = dHeld / dBytes;
+}
+
+// nPaste lines pasted into the middle of a 1,000,000-line buffer, then undone and redone; medians
+// of the runs. Each run starts from the same document, since undo takes the paste back.
+void BM_PasteUndoRedo(benchmark::State& state)
+{
+    const int nPaste = static_cast<int>(state.range(0));
+    auto pBuffer = LoadBuffer(1000000);
+    if (!pBuffer)
+    {
+        state.SkipWithError("no document");
+        return;
+    }
+    std::u16string szPaste;
+    for (int i = 0; i < nPaste; ++i)
+        szPaste += pBuffer->GetLine(i).Str() + u"\r\n";
+    const CString csPaste(szPaste);
+    STimes paste, undo, redo;
+    for (auto _ : state)
+    {
+        CPoint ptEnd;
+        paste.Add([&] { pBuffer->InsertText(CPoint(5, 500000), csPaste, ptEnd); });
+        undo.Add([&] { pBuffer->Undo(); });
+        redo.Add([&] { pBuffer->Redo(); });
+        state.PauseTiming();
+        if (pBuffer->GetLinesCount() != 1000000 + nPaste)
+            state.SkipWithError("the paste did not add its lines");
+        pBuffer->Undo();
+        state.ResumeTiming();
+    }
+    state.counters["paste_ms"] = paste.Wall() * 1000;
+    state.counters["undo_ms"] = undo.Wall() * 1000;
+    state.counters["redo_ms"] = redo.Wall() * 1000;
+    state.counters["paste_cpu_ms"] = paste.Cpu() * 1000;
+    state.counters["undo_cpu_ms"] = undo.Cpu() * 1000;
+    state.counters["redo_cpu_ms"] = redo.Cpu() * 1000;
+    pBuffer->Close();
+}
+
 // The whole document load, with the colour records and regions attached.
 void BM_BufferLoad8Bit(benchmark::State& state)
 {
@@ -305,6 +429,8 @@ void BM_TypeChar(benchmark::State& state)
 BENCHMARK(BM_StoreLoad8Bit)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_StoreLoadUtf8)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_BufferLoad8Bit)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_LoadStoreAndBuffer)->Unit(benchmark::kMillisecond)->Arg(10)->Arg(50)->Arg(200)->Iterations(5);
+BENCHMARK(BM_PasteUndoRedo)->Unit(benchmark::kMillisecond)->Arg(2000)->Arg(25000)->Arg(100000)->Iterations(5);
 BENCHMARK(BM_InsertRandom)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_UndoAll)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_DeleteRange)->Unit(benchmark::kMicrosecond)->Iterations(20);

@@ -64,6 +64,7 @@ CRegularExpression::~CRegularExpression() = default;
 BOOL CRegularExpression::Compile(const CString& csPattern, int nOptions)
 {
     m_pCode.reset();
+    m_bJit = false;
     m_nLastExec = -1;
     int nError = 0;
     PCRE2_SIZE nErrorOffset = 0;
@@ -93,7 +94,7 @@ BOOL CRegularExpression::Compile(const CString& csPattern, int nOptions)
         return FALSE;
     }
     // Machine code where the library has it; the interpreter otherwise, with the same results.
-    pcre2_jit_compile(m_pCode.get(), PCRE2_JIT_COMPLETE);
+    m_bJit = pcre2_jit_compile(m_pCode.get(), PCRE2_JIT_COMPLETE) == 0;
     return TRUE;
 }
 
@@ -101,16 +102,27 @@ int CRegularExpression::Exec(const CString& csSubject, int nStartOffset, int* pn
                              int nExecOptions)
 {
     // Callers often exec one text at many offsets: keep the copy when it already holds that text.
-    if (m_csSubject.Str() != csSubject.Str())
+    if (!m_bOwnSubject || m_csSubject.Str() != csSubject.Str())
         m_csSubject = csSubject;
+    const int nResult = ExecInPlace(m_csSubject.Str(), nStartOffset, pnStart, pnEnd, nExecOptions);
+    m_bOwnSubject = true;
+    return nResult;
+}
+
+int CRegularExpression::ExecInPlace(std::u16string_view szSubject, int nStartOffset, int* pnStart, int* pnEnd,
+                                    int nExecOptions)
+{
+    if (!szSubject.data())
+        szSubject = u""; // an empty view may have no address, which the library would refuse
+    m_szSubject = szSubject;
+    m_bOwnSubject = false;
     if (!m_pCode)
         m_nLastExec = PCRE2_ERROR_NULL;
     else if (nStartOffset < 0)
         m_nLastExec = PCRE2_ERROR_BADOFFSET;
     else
-        m_nLastExec = pcre2_match(m_pCode.get(), AsSubject(m_csSubject),
-                                  static_cast<PCRE2_SIZE>(m_csSubject.GetLength()),
-                                  static_cast<PCRE2_SIZE>(nStartOffset),
+        m_nLastExec = pcre2_match(m_pCode.get(), reinterpret_cast<PCRE2_SPTR>(szSubject.data()),
+                                  szSubject.size(), static_cast<PCRE2_SIZE>(nStartOffset),
                                   PCRE2_NOTEMPTY | ((nExecOptions & PCRE_ANCHORED) ? PCRE2_ANCHORED : 0u),
                                   m_pMatchData.get(), m_pMatchContext.get());
     if (m_nLastExec > 0)
@@ -142,7 +154,10 @@ CString CRegularExpression::GetMatchText(int nIndex) const
     int nStart = -1, nEnd = -1;
     GetMatchRange(nIndex, &nStart, &nEnd);
     // A \K in a lookbehind can end a match before its start: that gives no text either.
-    if (nStart < 0 || nEnd < nStart || nEnd > m_csSubject.GetLength())
+    const std::u16string_view szSubject =
+        m_bOwnSubject ? std::u16string_view(m_csSubject.Str()) : m_szSubject;
+    if (nStart < 0 || nEnd < nStart || static_cast<std::size_t>(nEnd) > szSubject.size())
         return CString();
-    return m_csSubject.Mid(nStart, nEnd - nStart);
+    return CString(
+        szSubject.substr(static_cast<std::size_t>(nStart), static_cast<std::size_t>(nEnd - nStart)));
 }

@@ -6,6 +6,7 @@
 #include "Platform/Types.h"
 
 #include <memory>
+#include <string_view>
 
 // The 16-bit library's records, declared here so that users need not see its header.
 struct pcre2_real_code_16;
@@ -52,6 +53,10 @@ public:
     // PCRE_ERROR_NOMATCH, or a lower failure code. On a match *pnStart and *pnEnd receive the whole
     // match; otherwise they stay as they were.
     int Exec(const CString& csSubject, int nStartOffset, int* pnStart, int* pnEnd, int nExecOptions = 0);
+    // The same on text the caller holds, without copying it: the text must stay unchanged while the
+    // captures of this match are read.
+    int ExecInPlace(std::u16string_view szSubject, int nStartOffset, int* pnStart, int* pnEnd,
+                    int nExecOptions = 0);
 
     // The offsets of capture nIndex of the last match; -1 and -1 for an index outside the captures
     // or a group that took no part.
@@ -76,6 +81,9 @@ private:
     std::unique_ptr<pcre2_real_match_data_16, CFree> m_pMatchData;       // the offset pairs of the last match
     std::unique_ptr<pcre2_real_match_context_16, CFree> m_pMatchContext; // holds the match limit
     std::unique_ptr<pcre2_real_jit_stack_16, CFree> m_pJitStack;         // for compiled machine code, if any
+    bool m_bJit = false;                                                 // the pattern has machine code
     int m_nLastExec = -1;                                                // the last Exec's value
-    CString m_csSubject; // the last subject, for the captures' text
+    CString m_csSubject;             // the last subject given to Exec, for the captures' text
+    std::u16string_view m_szSubject; // the last subject of either Exec; into m_csSubject after Exec
+    bool m_bOwnSubject = true;       // whether the last subject is m_csSubject (moves keep it right)
 };

@@ -82,12 +82,17 @@ void CSearchInBuffer::Search()
             continue;
         }
 
-        // Every line but the last gets its line end, so that a pattern may match it.
-        CString csText = m_pLines->GetLine(m_nLine);
-        if (m_nLine != nCount - 1)
-            csText += u'\n';
+        // Every line but the last gets its line end, so that a pattern may match it. The line is
+        // read where the source keeps it when it can be.
+        CString csCopy;
+        const CString* pText = m_pLines->GetLineText(m_nLine);
+        if (!pText)
+        {
+            csCopy = m_pLines->GetLine(m_nLine);
+            pText = &csCopy;
+        }
         const CSearchResults results =
-            CSearchInString::Search(m_csPattern, std::move(csText), m_nColumn, m_dwFlags);
+            SearchLine(m_csPattern, pText->Str(), m_nLine != nCount - 1, m_nColumn, m_dwFlags);
 
         bool bHit = false;
         for (const auto& result : results)

@@ -20,6 +20,7 @@ public:
     int GetLinesCount() override { return m_store.GetLinesCount(); }
     void SetSelection(const CPoint& ptStart, const CPoint& ptEnd) override;
     void GetSelection(CPoint& ptStart, CPoint& ptEnd) override;
+    const CString* GetLineText(int nLine) override { return &m_store.GetLine(nLine); }
 
 private:
     ITextStore& m_store;

@@ -12,6 +12,9 @@ struct ISearchLines
     // Points are x the column, y the line.
     virtual void SetSelection(const CPoint& ptStart, const CPoint& ptEnd) = 0;
     virtual void GetSelection(CPoint& ptStart, CPoint& ptEnd) = 0;
+    // The line's text where the source keeps it, unchanged until the source changes, so that a search
+    // need not copy it; null when the source has no such text (GetLine is then asked).
+    virtual const CString* GetLineText(int) { return nullptr; }
 
 protected:
     ~ISearchLines() = default;

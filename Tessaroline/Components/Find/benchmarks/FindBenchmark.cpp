@@ -1,11 +1,15 @@
-// Throughput of the buffer search over a generated 100 MB text, plain and with a regular expression,
-// against grep on the same file; and of the folder walk over a generated tree of 100,000 files against
-// find. The hit counts of each pair are compared, and a summary with the ratios ends the run.
+// Throughput of the buffer search over a generated 100 MB text (plain, ignoring case, whole words and
+// with a regular expression) against grep, and ripgrep where installed, on the same file: each side
+// runs in turn with the other, several times, and the medians are compared. Also a backward regular
+// expression search over one long line at three lengths, which must grow linearly; and the folder
+// walk over a generated tree of 100,000 files against find. The hit counts of each pair are compared,
+// and a summary with the ratios ends the run.
 #include "Edit/Model/CEditTextStore.h"
 #include "Tessaroline/Components/Find/CFileDirList.h"
 #include "Tessaroline/Components/Find/CSearchInBuffer.h"
 #include "Tessaroline/Components/Find/CTextStoreSearchLines.h"
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdio>
@@ -15,6 +19,9 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <sys/resource.h>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -27,6 +34,10 @@ const char16_t* const PLAIN_PATTERN = u"getElementById";
 const char* const PLAIN_GREP = "getElementById";
 const char16_t* const REGEXP_PATTERN = u"price\">[0-9]+\\.[0-9]{2}<";
 const char* const REGEXP_GREP = "price\">[0-9]+\\.[0-9]{2}<";
+const char16_t* const CASELESS_PATTERN = u"GETELEMENTBYID";
+const char* const CASELESS_GREP = "GETELEMENTBYID";
+const char16_t* const WORD_PATTERN = u"Item";
+const char* const WORD_GREP = "Item";
 
 // The scratch folder of the run, removed at its end.
 struct CScratch
@@ -153,6 +164,7 @@ struct SMeasure
 {
     double dSeconds = 0;
     long long nCount = 0;
+    double dCpuSeconds = -1; // processor time, where measured; -1 otherwise
 };
 std::map<std::string, SMeasure>& Measures()
 {
@@ -195,50 +207,138 @@ long long CountOutputLines(const std::string& szCommand, bool bNumber)
     return bNumber ? std::atoll(szOut.c_str()) : nLines;
 }
 
-void SearchBuffer(benchmark::State& state, const char* szName, const char16_t* szPattern, DWORD dwFlags)
+double Median(std::vector<double> a)
+{
+    std::sort(a.begin(), a.end());
+    return a.empty() ? 0 : a[a.size() / 2];
+}
+
+template <typename F> double Seconds(F&& run)
+{
+    const auto tStart = std::chrono::steady_clock::now();
+    run();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - tStart).count();
+}
+
+// Processor time of this process, and of its finished children.
+double CpuSeconds(int nWho)
+{
+    struct rusage usage
+    {
+    };
+    ::getrusage(nWho, &usage);
+    return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+           static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
+// Wall and processor seconds of run; bChild: the work is done by a child process.
+template <typename F> std::pair<double, double> Timed(bool bChild, F&& run)
+{
+    const int nWho = bChild ? RUSAGE_CHILDREN : RUSAGE_SELF;
+    const double dCpu = CpuSeconds(nWho);
+    const double dWall = Seconds(run);
+    return {dWall, CpuSeconds(nWho) - dCpu};
+}
+
+bool HasRipgrep()
+{
+    static const bool bHas = std::system("command -v rg >/dev/null 2>&1") == 0;
+    return bHas;
+}
+
+// Counts the lines with hits through CSearchInBuffer.
+long long SearchBuffer(const char16_t* szPattern, DWORD dwFlags)
 {
     CTextStoreSearchLines lines(Store());
-    Measure(state, szName,
-            [&]
-            {
-                CCountingSearcher searcher(&lines, szPattern, dwFlags);
-                CSearchInBuffer search;
-                search.SetSearcher(&searcher);
-                search.Search();
-                return searcher.m_nLines;
-            });
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
-                            static_cast<std::int64_t>(std::filesystem::file_size(Scratch().text)));
+    CCountingSearcher searcher(&lines, szPattern, dwFlags);
+    CSearchInBuffer search;
+    search.SetSearcher(&searcher);
+    search.Search();
+    return searcher.m_nLines;
+}
+
+// One search of ours against grep and ripgrep (when installed) with the given options, in turns: each
+// iteration runs every side once; the medians and counts go to the summary.
+void SearchPair(benchmark::State& state, const std::string& szName, const char16_t* szPattern, DWORD dwFlags,
+                const std::string& szGrepOptions, const std::string& szRgOptions, const char* szToolPattern)
+{
+    Store(); // the file exists and is loaded
+    const std::string szFile = "'" + Scratch().text.string() + "'";
+    const std::string szGrep = "grep " + szGrepOptions + " -c -- '" + szToolPattern + "' " + szFile;
+    const std::string szRg = "rg " + szRgOptions + " -c -- '" + szToolPattern + "' " + szFile;
+    std::vector<double> aOurs, aGrep, aRg, aOursCpu, aGrepCpu, aRgCpu;
+    long long nOurs = 0, nGrep = 0, nRg = 0;
+    auto Add = [](std::vector<double>& aWall, std::vector<double>& aCpu, std::pair<double, double> times)
+    {
+        aWall.push_back(times.first);
+        aCpu.push_back(times.second);
+    };
+    for (auto _ : state)
+    {
+        Add(aOurs, aOursCpu, Timed(false, [&] { nOurs = SearchBuffer(szPattern, dwFlags); }));
+        Add(aGrep, aGrepCpu, Timed(true, [&] { nGrep = CountOutputLines(szGrep, true); }));
+        if (HasRipgrep())
+            Add(aRg, aRgCpu, Timed(true, [&] { nRg = CountOutputLines(szRg, true); }));
+    }
+    Measures()[szName] = SMeasure{Median(aOurs), nOurs, Median(aOursCpu)};
+    Measures()[szName + " grep"] = SMeasure{Median(aGrep), nGrep, Median(aGrepCpu)};
+    if (HasRipgrep())
+        Measures()[szName + " rg"] = SMeasure{Median(aRg), nRg, Median(aRgCpu)};
+    state.counters["count"] = static_cast<double>(nOurs);
+    state.counters["ours_ms"] = Median(aOurs) * 1000;
+    state.counters["grep_ms"] = Median(aGrep) * 1000;
+    if (HasRipgrep())
+        state.counters["rg_ms"] = Median(aRg) * 1000;
 }
 
 void BM_SearchPlain(benchmark::State& state)
 {
-    SearchBuffer(state, "plain", PLAIN_PATTERN, SF_MATCH_CASE);
+    SearchPair(state, "plain", PLAIN_PATTERN, SF_MATCH_CASE, "-F", "-F", PLAIN_GREP);
+}
+
+void BM_SearchCaseless(benchmark::State& state)
+{
+    SearchPair(state, "caseless", CASELESS_PATTERN, 0, "-Fi", "-Fi", CASELESS_GREP);
+}
+
+void BM_SearchWholeWord(benchmark::State& state)
+{
+    SearchPair(state, "word", WORD_PATTERN, SF_MATCH_CASE | SF_WHOLE_WORD, "-Fw", "-Fw", WORD_GREP);
 }
 
 void BM_SearchRegExp(benchmark::State& state)
 {
-    SearchBuffer(state, "regexp", REGEXP_PATTERN, SF_MATCH_CASE | SF_REGEXP);
+    SearchPair(state, "regexp", REGEXP_PATTERN, SF_MATCH_CASE | SF_REGEXP, "-P", "", REGEXP_GREP);
 }
 
-void Grep(benchmark::State& state, const char* szName, const std::string& szOptions, const char* szPattern)
+// A backward regular expression search from the end of one minified line of state.range(0) bytes whose
+// only match stands at its start, so that the whole line is searched.
+void BM_BackwardRegExpLongLine(benchmark::State& state)
 {
-    Store(); // the file exists
-    const std::string szCommand =
-        "grep " + szOptions + " -c -- '" + szPattern + "' '" + Scratch().text.string() + "'";
-    Measure(state, szName, [&] { return CountOutputLines(szCommand, true); });
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
-                            static_cast<std::int64_t>(std::filesystem::file_size(Scratch().text)));
-}
-
-void BM_GrepPlain(benchmark::State& state)
-{
-    Grep(state, "grep plain", "-F", PLAIN_GREP);
-}
-
-void BM_GrepPcre(benchmark::State& state)
-{
-    Grep(state, "grep -P", "-P", REGEXP_GREP);
+    const auto nLength = static_cast<std::size_t>(state.range(0));
+    std::u16string szLine = u"var price=12.99;";
+    const std::u16string szFiller = u"function(a,b){return a.x+b.y;};if(q){w=1}else{w=2};";
+    while (szLine.size() < nLength)
+        szLine += szFiller;
+    szLine.resize(nLength);
+    const CString csLine(szLine);
+    long long nFound = 0;
+    std::vector<double> aTimes;
+    for (auto _ : state)
+    {
+        CSearchInString search;
+        aTimes.push_back(Seconds(
+            [&]
+            {
+                const auto results = search.Search(u"price=[0-9]+", csLine, csLine.GetLength(),
+                                                   SF_UP | SF_REGEXP | SF_MATCH_CASE);
+                nFound = results.GetSize() > 0 ? results[0].nStart + 1 : 0;
+            }));
+    }
+    if (nFound != 5)
+        state.SkipWithError("the match at the start of the line was not found");
+    state.counters["median_ms"] = Median(aTimes) * 1000;
+    state.counters["ms_per_MB"] = Median(aTimes) * 1000 / (static_cast<double>(nLength) / (1 << 20));
 }
 
 void BM_FileDirList(benchmark::State& state)
@@ -266,10 +366,17 @@ void BM_FindTypeF(benchmark::State& state)
     Measure(state, "find -type f", [&] { return CountOutputLines(szCommand, false); });
 }
 
-BENCHMARK(BM_SearchPlain)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
-BENCHMARK(BM_GrepPlain)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
-BENCHMARK(BM_SearchRegExp)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
-BENCHMARK(BM_GrepPcre)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+BENCHMARK(BM_SearchPlain)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
+BENCHMARK(BM_SearchCaseless)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
+BENCHMARK(BM_SearchWholeWord)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
+BENCHMARK(BM_SearchRegExp)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
+BENCHMARK(BM_BackwardRegExpLongLine)
+    ->Unit(benchmark::kMillisecond)
+    ->Arg(64 << 10)
+    ->Arg(256 << 10)
+    ->Arg(1 << 20)
+    ->Iterations(5)
+    ->UseRealTime();
 BENCHMARK(BM_FileDirList)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 BENCHMARK(BM_FindTypeF)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 
@@ -289,6 +396,9 @@ void PrintPair(const char* szOurs, const char* szTheirs, bool bThroughput)
     else
         std::printf("%-10s %8.1f ms    %-12s %8.1f ms    ", szOurs, ours->second.dSeconds * 1000, szTheirs,
                     theirs->second.dSeconds * 1000);
+    if (ours->second.dCpuSeconds > 0 && theirs->second.dCpuSeconds > 0)
+        std::printf("cpu %.0f / %.0f ms, ratio %.2f  ", ours->second.dCpuSeconds * 1000,
+                    theirs->second.dCpuSeconds * 1000, ours->second.dCpuSeconds / theirs->second.dCpuSeconds);
     std::printf("time ratio %.2f  counts %lld / %lld%s\n", ours->second.dSeconds / theirs->second.dSeconds,
                 ours->second.nCount, theirs->second.nCount,
                 ours->second.nCount == theirs->second.nCount ? " (equal)" : " (DIFFER)");
@@ -303,8 +413,11 @@ int main(int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     std::printf("\nSummary (ours against the system tool, same data, same run):\n");
-    PrintPair("plain", "grep plain", true);
-    PrintPair("regexp", "grep -P", true);
+    for (const char* szName : {"plain", "caseless", "word", "regexp"})
+    {
+        PrintPair(szName, (std::string(szName) + " grep").c_str(), true);
+        PrintPair(szName, (std::string(szName) + " rg").c_str(), true);
+    }
     PrintPair("file list", "find -type f", false);
     return 0;
 }

@@ -6,6 +6,7 @@
 #include "Tessaroline/Components/Find/CSearchResBase.h"
 
 #include <cppunit/extensions/HelperMacros.h>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,40 @@ void CheckResults(const SSearchCase& test, const CSearchInString::CSearchResults
 }
 
 const char16_t* const REGEXP_ERROR = u"Regular expression you entered is incomplete or erroneous";
+
+// The buffer search's way into one line, open to the suite.
+class CLineSearch : public CSearchInString
+{
+public:
+    using CSearchInString::SearchLine;
+};
+
+// A random string of up to nMax units drawn from szAlphabet.
+std::u16string RandomString(std::mt19937& rng, std::u16string_view szAlphabet, int nMax)
+{
+    std::u16string sz(rng() % static_cast<unsigned>(nMax + 1), u' ');
+    for (auto& ch : sz)
+        ch = szAlphabet[rng() % szAlphabet.size()];
+    return sz;
+}
+
+std::string Describe(const CString& csPattern, const CString& csText, int nStart, DWORD dwFlags)
+{
+    return "\"" + csPattern.ToUtf8() + "\" in \"" + csText.ToUtf8() + "\" from " + std::to_string(nStart) +
+           " flags " + std::to_string(dwFlags);
+}
+
+void CheckSame(const std::string& szCase, const CSearchInString::CSearchResults& expected,
+               const CSearchInString::CSearchResults& actual)
+{
+    CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, expected.GetSize(), actual.GetSize());
+    for (int i = 0; i < expected.GetSize(); ++i)
+    {
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, expected[i].nStart, actual[i].nStart);
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, expected[i].nEnd, actual[i].nEnd);
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, expected[i].csText.ToUtf8(), actual[i].csText.ToUtf8());
+    }
+}
 } // namespace
 
 class CSearcherTest : public CppUnit::TestFixture
@@ -59,6 +94,8 @@ class CSearcherTest : public CppUnit::TestFixture
     CPPUNIT_TEST(RegularExpressionTest);
     CPPUNIT_TEST(PlainSearchTest);
     CPPUNIT_TEST(RegExpSearchTest);
+    CPPUNIT_TEST(BackwardRegExpTest);
+    CPPUNIT_TEST(LineSearchTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -213,6 +250,9 @@ public:
             {u"foo", u"foo xfoo", 8, RE | SF_UP | SF_WHOLE_WORD, {{0, 3, u"foo"}}},
             {u"\\n", u"\n", -1, RE | SF_UP, {{0, 1, u"\n"}}},
             {u"\\n", u"\n", 0, RE | SF_UP, {}},
+            // A start behind the text counts from its end, as in the plain search.
+            {u"a", u"a", 3, RE | SF_UP, {{0, 1, u"a"}}},
+            {u"a(.)", u"xaba", 100, RE | SF_UP, {{1, 3, u"ab"}, {2, 3, u"b"}}},
         };
         CSearchInString search;
         for (const auto& test : aCases)
@@ -239,6 +279,77 @@ public:
                 CPPUNIT_ASSERT(e.GetPlace() == u"CSearchInString::RegExpSearch");
                 CPPUNIT_ASSERT_EQUAL(E_FAIL, e.GetCode());
             }
+        }
+    }
+
+    // Backwards over long lines, against trying every offset anchored from the start down: the same
+    // match and captures, with matches near the start and far from it, overlapping ones, the word
+    // test and starts behind the text.
+    void BackwardRegExpTest()
+    {
+        const char16_t* aPatterns[] = {u"a",     u"ab",    u"a+b",     u"(a)(b)?", u"b\\b",
+                                       u"\\bab", u"a{2,}", u"(?<=b)a", u"c$",      u"(x)|(ab)"};
+        std::mt19937 rng(11);
+        CSearchInString search;
+        for (int nRound = 0; nRound < 300; ++nRound)
+        {
+            const CString csPattern = aPatterns[rng() % std::size(aPatterns)];
+            // Mostly spaces, so that matches are sometimes far behind the start.
+            std::u16string szText = RandomString(rng, u"      ab c A", 400);
+            const int nStart = static_cast<int>(rng() % (szText.size() + 5));
+            const DWORD dwFlags =
+                SF_REGEXP | SF_UP | (rng() % 2 ? SF_WHOLE_WORD : 0) | (rng() % 2 ? SF_MATCH_CASE : 0);
+            const CString csText(szText);
+
+            CSearchInString::CSearchResults expected;
+            CRegularExpression regexp(csPattern, (dwFlags & SF_MATCH_CASE) ? 0 : PCRE_CASELESS);
+            for (int nPos = std::min(nStart - 1, csText.GetLength()); nPos >= 0; --nPos)
+            {
+                int nMatchStart = -1, nMatchEnd = -1;
+                const int nCount = regexp.Exec(csText, nPos, &nMatchStart, &nMatchEnd, PCRE_ANCHORED);
+                if (nCount >= 1 && nMatchStart == nPos &&
+                    (!(dwFlags & SF_WHOLE_WORD) ||
+                     CSearchInString::IsWholeWord(csText, nPos, nPos + regexp.GetMatchText(0).GetLength())))
+                {
+                    expected.AddRegExpResults(regexp, nCount);
+                    break;
+                }
+            }
+            const std::string szCase = Describe(csPattern, csText, nStart, dwFlags);
+            CheckSame(szCase, expected, search.Search(csPattern, csText, nStart, dwFlags));
+        }
+    }
+
+    // The buffer search's line path gives what the general search gives on the line with its line end
+    // appended: plain and expression, each flag, case folding of letters outside ASCII (the Kelvin
+    // sign folds to k, the dotted capital I to i), patterns holding a line end, starts anywhere.
+    void LineSearchTest()
+    {
+        const std::u16string_view szAlphabet = u"aAkK\u212A\u0130i\u00E9\u00C9 1_x\u03A3\u03C3";
+        const char16_t* aExpressions[] = {u"a.",      u"k+",  u"\\w\\s", u"(a)|(x)",     u"x$",   u"\\n",
+                                          u"\\s$",    u"i",   u"\u00E9", u"[^a]",        u"a\\b", u"\\d+\\.",
+                                          u"(?=\\s)", u"\\W", u"x\\Z",   u"[[:space:]]", u"k\\B"};
+        std::mt19937 rng(23);
+        CLineSearch lineSearch;
+        CSearchInString search;
+        for (int nRound = 0; nRound < 3000; ++nRound)
+        {
+            const DWORD dwFlags = (rng() % 2 ? SF_WHOLE_WORD : 0) | (rng() % 2 ? SF_MATCH_CASE : 0) |
+                                  (rng() % 4 == 0 ? SF_UP : 0) | (rng() % 3 == 0 ? SF_REGEXP : 0);
+            CString csPattern = (dwFlags & SF_REGEXP) ? CString(aExpressions[rng() % std::size(aExpressions)])
+                                                      : CString(RandomString(rng, szAlphabet, 3));
+            if (!(dwFlags & SF_REGEXP) && rng() % 10 == 0)
+                csPattern += u'\n';
+            const std::u16string szLine = RandomString(rng, szAlphabet, 30);
+            const bool bLineEnd = rng() % 2 != 0;
+            const int nStart = static_cast<int>(rng() % (szLine.size() + 4)) - 1;
+
+            CString csText(szLine);
+            if (bLineEnd)
+                csText += u'\n';
+            const std::string szCase = Describe(csPattern, csText, nStart, dwFlags);
+            CheckSame(szCase, search.Search(csPattern, csText, nStart, dwFlags),
+                      lineSearch.SearchLine(csPattern, szLine, bLineEnd, nStart, dwFlags));
         }
     }
 };
