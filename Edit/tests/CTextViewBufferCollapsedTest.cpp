@@ -134,6 +134,7 @@ public:
             CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + At(ptDoc), ptView,
                                          m_pHarness->m_View.DocToView(ptDoc));
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
     }
 
     // Two regions, the second starting on the line where the first ends, make one chain.
@@ -156,6 +157,7 @@ public:
         CPPUNIT_ASSERT_EQUAL(B_END, view.ViewToDoc(CPoint(26, 3)));
         CPPUNIT_ASSERT_EQUAL(B_START, view.ViewToDoc(CPoint(25, 3)));
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
     }
 
     // A region inside a collapsed region is hidden with it and shows once the outer one opens.
@@ -173,6 +175,7 @@ public:
         CPPUNIT_ASSERT_EQUAL(CPoint(12, 3), view.DocToView(CPoint(3, 4)));
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CompareWithScratch());
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
     }
 
     void ViewToDocTest()
@@ -219,6 +222,7 @@ public:
             CPPUNIT_ASSERT_EQUAL_MESSAGE(edit.szWhat, edit.nLines, view.GetLinesCount());
             CPPUNIT_ASSERT_EQUAL_MESSAGE(edit.szWhat, std::string(), m_pHarness->CompareWithScratch());
             CPPUNIT_ASSERT_EQUAL_MESSAGE(edit.szWhat, std::string(), m_pHarness->CheckRoundTrip());
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(edit.szWhat, std::string(), m_pHarness->CheckCoverage());
             CPPUNIT_ASSERT_MESSAGE(edit.szWhat, pBlock->IsCollapsed());
         }
         // Deleting all of the region takes it away silently; its lines come back.
@@ -296,6 +300,7 @@ public:
             }
             CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, std::string(), m_pHarness->CompareWithScratch());
             CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, std::string(), m_pHarness->CheckRoundTrip());
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, std::string(), m_pHarness->CheckCoverage());
             CPPUNIT_ASSERT_NO_THROW(view.AssertValid());
         }
     }

@@ -142,6 +142,7 @@ private:
             }
             CPPUNIT_ASSERT_EQUAL_MESSAGE(szStep, std::string(), harness.CompareWithScratch());
             CPPUNIT_ASSERT_EQUAL_MESSAGE(szStep, std::string(), harness.CheckRoundTrip());
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(szStep, std::string(), harness.CheckCoverage());
         }
     }
 };

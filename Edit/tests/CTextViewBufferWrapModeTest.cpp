@@ -86,6 +86,7 @@ public:
         for (const auto& [ptDoc, ptView] : aCases)
             CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + At(ptDoc), ptView, view.DocToView(ptDoc));
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
     }
 
     // Resizes and switches keep the records equal to a fresh build.
@@ -138,6 +139,7 @@ public:
         CPPUNIT_ASSERT(view.GetLinesCount() > nDocLines);
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CompareWithScratch());
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
     }
 
 private:

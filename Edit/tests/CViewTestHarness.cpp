@@ -124,3 +124,50 @@ std::string CViewTestHarness::CheckRoundTrip()
     }
     return {};
 }
+
+std::string CViewTestHarness::CheckCoverage()
+{
+    CPoint ptCursor(0, 0); // the next document position the view must show
+    const int nViewLines = m_View.GetLinesCount();
+    for (int i = 0; i < nViewLines; ++i)
+    {
+        const TOffsViewLineInfo& info = m_View.GetLineInfo(i);
+        const std::string szLine = "view line " + std::to_string(i);
+        for (int x = 0; x < info.m_nLength; ++x)
+        {
+            const std::string szAt = szLine + " position " + std::to_string(x);
+            const CPoint ptDoc = m_View.ViewToDoc(CPoint(x, i));
+            if (ptDoc != ptCursor)
+                return szAt + " shows (" + std::to_string(ptDoc.x) + "," + std::to_string(ptDoc.y) +
+                       ") where (" + std::to_string(ptCursor.x) + "," + std::to_string(ptCursor.y) +
+                       ") is due";
+            const SCharInfo ci = m_View.GetCharInfo(CPoint(x, i));
+            if (ci.m_nType == SCharInfo::CH_COLLAPSED)
+            {
+                IOutlining* pBlock = nullptr;
+                for (const auto& collapse : info.m_aCollapses)
+                    if (collapse.m_nPos == x)
+                        pBlock = collapse.m_pBlock;
+                if (!pBlock || pBlock->GetStart() != ptCursor)
+                    return szAt + ": a label not at its region's start";
+                ptCursor = pBlock->GetEnd();
+                continue;
+            }
+            const CString& csLine = m_Buffer.GetLine(ptCursor.y);
+            if (ptCursor.x >= csLine.GetLength() || ci.m_char.GetLength() != 1 ||
+                ci.m_char[0] != csLine[ptCursor.x])
+                return szAt + ": not the document's character";
+            ++ptCursor.x;
+        }
+        const bool bWrapped = i + 1 < nViewLines && m_View.GetLineInfo(i + 1).m_nRealLine == info.m_nRealLine;
+        if (bWrapped)
+            continue;
+        if (ptCursor.x != m_Buffer.GetLine(ptCursor.y).GetLength())
+            return szLine + " ends before its document line (" + std::to_string(ptCursor.x) + "," +
+                   std::to_string(ptCursor.y) + ")";
+        ptCursor = CPoint(0, ptCursor.y + 1);
+    }
+    if (ptCursor.y != m_Buffer.GetLinesCount())
+        return "the view ends at document line " + std::to_string(ptCursor.y);
+    return {};
+}

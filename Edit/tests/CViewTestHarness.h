@@ -47,6 +47,9 @@ public:
     // Empty when every visible document position survives DocToView and back; else the first
     // one that doesn't.
     std::string CheckRoundTrip();
+    // Empty when reading the view lines from top to bottom meets every document character that
+    // no collapsed region hides exactly once and in order, and each label where its region begins.
+    std::string CheckCoverage();
 
     CTextBuffer m_Buffer;     // the document
     CTextSettings m_Settings; // tab size and wrap mode
