@@ -58,6 +58,8 @@ class CTextViewBufferCollapsedTest : public CppUnit::TestFixture
     CPPUNIT_TEST(EditTextTest);
     CPPUNIT_TEST(EditCollapseStuctureTest);
     CPPUNIT_TEST(BugWithOutliningInWrapLine);
+    // The registered cases keep their order above this line; further cases go below.
+    CPPUNIT_TEST(NestedRegionsOnOneLineTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -303,6 +305,26 @@ public:
             CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, std::string(), m_pHarness->CheckCoverage());
             CPPUNIT_ASSERT_NO_THROW(view.AssertValid());
         }
+    }
+
+    // An inner region listed before the outer one that starts on the same line: collapsing the
+    // inner one ends the view line at its end, and the lines the outer one hid come back.
+    void NestedRegionsOnOneLineTest()
+    {
+        CTextViewBuffer& view = m_pHarness->m_View;
+        IOutliningBuffer* pOutlining = m_pHarness->m_Buffer.GetOutliningBuffer();
+        IOutlining* pInner = pOutlining->AddOutliningBlock(A_START, A_END, u"a", u"html");
+        IOutlining* pOuter = pOutlining->AddOutliningBlock(CPoint(0, 3), B_END, u"b", u"html");
+        pOuter->Collapse();
+        CPPUNIT_ASSERT_EQUAL(6, view.GetLinesCount());
+        pInner->Collapse();
+        CPPUNIT_ASSERT_EQUAL(8, view.GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(6, view.GetLineInfo(4).m_nRealLine);
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CompareWithScratch());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
+        pInner->Expand();
+        CPPUNIT_ASSERT_EQUAL(6, view.GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
     }
 
 private:
