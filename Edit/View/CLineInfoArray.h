@@ -25,6 +25,13 @@ public:
     const TOffsViewLineInfo& operator[](int nIndex) const { return GetAt(nIndex); }
     // The document line of a record, without settling the pending step.
     [[nodiscard]] int GetRealLine(int nIndex) const;
+    // The record as stored, for every field but m_nRealLine, which may lack the pending step (read
+    // it with GetRealLine). Reading far behind an edit this way costs nothing.
+    const TOffsViewLineInfo& GetStored(int nIndex) const
+    {
+        CheckIndex(nIndex);
+        return Raw(nIndex);
+    }
 
     // Inserts the record before nIndex (0 to the size); the record is moved in.
     void InsertAt(int nIndex, TOffsViewLineInfo&& info);

@@ -281,8 +281,9 @@ void CTextViewBuffer::RewrapLines()
     int i = 0;
     while (i < m_aLines.GetSize())
     {
-        const TOffsViewLineInfo& info = m_aLines.GetAt(i);
-        const bool bWhole = i + 1 == m_aLines.GetSize() || m_aLines.GetRealLine(i + 1) != info.m_nRealLine;
+        const TOffsViewLineInfo& info = m_aLines.GetStored(i);
+        const int nRealLine = m_aLines.GetRealLine(i);
+        const bool bWhole = i + 1 == m_aLines.GetSize() || m_aLines.GetRealLine(i + 1) != nRealLine;
         // A whole line narrower than the wrap width comes out the same from a rebuild. A line that
         // just reaches it does not: it still goes through the search for a word break.
         if (bWhole && (nWidth == -1 || info.m_nActualLength < nWidth))
@@ -290,7 +291,7 @@ void CTextViewBuffer::RewrapLines()
             ++i;
             continue;
         }
-        int nDocLine = info.m_nRealLine;
+        int nDocLine = nRealLine;
         RebuildDocLine(nDocLine, i, 0);
     }
     UpdateWidestLine(-1, -1);
@@ -309,7 +310,7 @@ void CTextViewBuffer::UpdateWidestLine(int nFirstView, int nLastView)
     }
     for (int i = nFrom; i <= nTo; ++i)
     {
-        const int nWidth = m_aLines.GetAt(i).m_nActualLength;
+        const int nWidth = m_aLines.GetStored(i).m_nActualLength;
         if (nWidth > m_nWidestWidth)
         {
             m_nWidestWidth = nWidth;
@@ -323,7 +324,7 @@ void CTextViewBuffer::UpdateWidestLine(int nFirstView, int nLastView)
 
 CPoint CTextViewBuffer::TextToActualText(CPoint pt)
 {
-    const TOffsViewLineInfo& info = m_aLines.GetAt(pt.y);
+    const TOffsViewLineInfo& info = m_aLines.GetStored(pt.y);
     if (pt.x < 0)
         AfxThrowInvalidArgException();
     if (pt.x > info.m_nLength)
@@ -333,7 +334,7 @@ CPoint CTextViewBuffer::TextToActualText(CPoint pt)
 
 CPoint CTextViewBuffer::ActualTextToTextCore(CPoint pt, BOOL bApprox, int& nScreenChar)
 {
-    const TOffsViewLineInfo& info = m_aLines.GetAt(pt.y);
+    const TOffsViewLineInfo& info = m_aLines.GetStored(pt.y);
     if (pt.x < 0)
         AfxThrowInvalidArgException();
     if (pt.x >= info.m_nActualLength)
@@ -369,12 +370,12 @@ CPoint CTextViewBuffer::ActualTextToTextFloor(CPoint pt)
 
 CPoint CTextViewBuffer::ViewToDoc(CPoint pt)
 {
-    const TOffsViewLineInfo& info = m_aLines.GetAt(pt.y);
-    CPoint ptDoc(info.m_nStart + pt.x, info.m_nRealLine);
+    const TOffsViewLineInfo& info = m_aLines.GetStored(pt.y);
+    CPoint ptDoc(info.m_nStart + pt.x, m_aLines.GetRealLine(pt.y));
     if (!info.m_bCollapsed)
         return ptDoc;
     COutliningArray aBlocks;
-    GetCollapsedBlocks(info.m_nRealLine, aBlocks);
+    GetCollapsedBlocks(ptDoc.y, aBlocks);
     int nLastEnd = 0;
     bool bPassed = false;
     CPoint ptLastEnd;
@@ -404,7 +405,7 @@ CPoint CTextViewBuffer::DocToView(CPoint pt)
     if (i < 0)
         AfxThrowInvalidArgException();
     int x = pt.x;
-    if (m_aLines.GetAt(i).m_bCollapsed)
+    if (m_aLines.GetStored(i).m_bCollapsed)
     {
         COutliningArray aBlocks;
         GetCollapsedBlocks(nLine, aBlocks);
@@ -438,7 +439,7 @@ CPoint CTextViewBuffer::DocToView(CPoint pt)
     const int nRealLine = m_aLines.GetRealLine(i);
     while (i + 1 < m_aLines.GetSize() && m_aLines.GetRealLine(i + 1) == nRealLine)
     {
-        const int nLength = m_aLines.GetAt(i).m_nLength;
+        const int nLength = m_aLines.GetStored(i).m_nLength;
         if (x < nLength)
             break;
         x -= nLength;
@@ -461,14 +462,14 @@ void CTextViewBuffer::DocToViewArray(CArray<CPoint>& aPoints)
 
 SCharInfo CTextViewBuffer::GetCharInfo(CPoint pt)
 {
-    const TOffsViewLineInfo& info = m_aLines.GetAt(pt.y);
+    const TOffsViewLineInfo& info = m_aLines.GetStored(pt.y);
     SCharInfo ci;
     if (pt.x < 0 || pt.x > info.m_nLength)
         return ci;
     if (pt.x == info.m_nLength)
     {
         const bool bWrapped =
-            pt.y + 1 < m_aLines.GetSize() && m_aLines.GetRealLine(pt.y + 1) == info.m_nRealLine;
+            pt.y + 1 < m_aLines.GetSize() && m_aLines.GetRealLine(pt.y + 1) == m_aLines.GetRealLine(pt.y);
         ci.m_nType = bWrapped ? SCharInfo::CH_WRAP : SCharInfo::CH_EOL;
         ci.m_nWidth = 1;
         return ci;
@@ -494,7 +495,7 @@ SCharInfo CTextViewBuffer::GetCharInfo(CPoint pt)
 
 CString CTextViewBuffer::GetCollapsedText(CPoint pt)
 {
-    const TOffsViewLineInfo& info = m_aLines.GetAt(pt.y);
+    const TOffsViewLineInfo& info = m_aLines.GetStored(pt.y);
     CString csText;
     for (const auto& collapse : info.m_aCollapses)
         if (collapse.m_nPos == pt.x)
