@@ -145,8 +145,12 @@ int CLineInfoArray::FindViewLine(int& nDocLine) const
 
 void CLineInfoArray::MoveGap(int nIndex)
 {
-    if (nIndex == m_nPart1)
+    // Without a gap there is nothing to move, and moving records onto themselves would empty them.
+    if (nIndex == m_nPart1 || m_nGap == 0)
+    {
+        m_nPart1 = nIndex;
         return;
+    }
     auto itBody = m_aBody.begin();
     if (nIndex < m_nPart1)
         std::move_backward(itBody + nIndex, itBody + m_nPart1, itBody + m_nPart1 + m_nGap);

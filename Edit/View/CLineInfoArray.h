@@ -20,6 +20,8 @@ public:
     CLineInfoArray& operator=(const CLineInfoArray&) = delete;
 
     [[nodiscard]] int GetSize() const noexcept { return m_nSize; }
+    // Records the array holds room for before it must grow.
+    [[nodiscard]] int GetCapacity() const noexcept { return m_nSize + m_nGap; }
     // The record, its m_nRealLine up to date; out of range raises the invalid-argument exception.
     const TOffsViewLineInfo& GetAt(int nIndex) const;
     const TOffsViewLineInfo& operator[](int nIndex) const { return GetAt(nIndex); }

@@ -148,8 +148,8 @@ protected:
     ITextScreen* m_pScreen = nullptr;                            // the screen, may be null, not owned
     IOutliningBuffer* m_pOutlining = nullptr;                    // the document's regions, subscribed
     BOOL m_bInit = FALSE;                                        // Create ran and Close did not
-    int m_nScreenColumns = -1;                                   // text area size in cells, -1 until told
-    int m_nScreenRows = -1;                                      //
+    int m_nScreenColumns = -1;                                   // text area width in cells, -1 until told
+    int m_nScreenRows = -1;                                      // its height, kept for the record
     std::vector<std::unique_ptr<CArray<CPoint>>> m_aSavedPoints; // per sink, document points
     CEventHandlers m_Handlers;                                   // ITextViewBufferEvents sinks, not owned
 };

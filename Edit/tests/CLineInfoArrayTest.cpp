@@ -26,6 +26,7 @@ class CLineInfoArrayTest : public CppUnit::TestFixture
     CPPUNIT_TEST(FindViewLineTest);
     CPPUNIT_TEST(BadIndexTest);
     CPPUNIT_TEST(RandomOperationsTest);
+    CPPUNIT_TEST(FullArrayTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -73,6 +74,39 @@ public:
         CPPUNIT_ASSERT_THROW(aLines.RemoveAt(0, 2), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aLines.ShiftRealLines(-1, 1), CInvalidArgException);
         CPPUNIT_ASSERT_EQUAL(1, aLines.GetSize());
+    }
+
+    // Removals and insertions away from the end while no free place is left keep every record whole.
+    void FullArrayTest()
+    {
+        CLineInfoArray aLines;
+        std::vector<int> aModel;
+        for (int nRound = 0; nRound < 3; ++nRound)
+        {
+            // Fill until no free place is left.
+            do
+            {
+                TOffsViewLineInfo info = Record(static_cast<int>(aModel.size()));
+                info.m_aOffsets.Add(0);
+                info.m_aOffsets.Add(static_cast<int>(aModel.size()) + 1);
+                aLines.InsertAt(aLines.GetSize(), std::move(info));
+                aModel.push_back(static_cast<int>(aModel.size()) + 1);
+            } while (aLines.GetSize() < aLines.GetCapacity());
+            aLines.RemoveAt(3, 2);
+            aModel.erase(aModel.begin() + 3, aModel.begin() + 5);
+            TOffsViewLineInfo info = Record(0);
+            info.m_aOffsets.Add(0);
+            info.m_aOffsets.Add(-7);
+            aLines.InsertAt(1, std::move(info));
+            aModel.insert(aModel.begin() + 1, -7);
+            for (int i = 0; i < aLines.GetSize(); ++i)
+            {
+                const std::string szAt = "round " + std::to_string(nRound) + ", record " + std::to_string(i);
+                const TOffsViewLineInfo& stored = aLines.GetStored(i);
+                CPPUNIT_ASSERT_EQUAL_MESSAGE(szAt, 2, stored.m_aOffsets.GetSize());
+                CPPUNIT_ASSERT_EQUAL_MESSAGE(szAt, aModel[static_cast<std::size_t>(i)], stored.m_aOffsets[1]);
+            }
+        }
     }
 
     // Random edits against a vector of (line, length) pairs; reads go by GetAt (which settles the
