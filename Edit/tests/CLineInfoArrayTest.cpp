@@ -16,6 +16,7 @@ TOffsViewLineInfo Record(int nRealLine, int nLength = 0)
     TOffsViewLineInfo info;
     info.m_nRealLine = nRealLine;
     info.m_nLength = nLength;
+    info.m_aOffsets.Add(nLength); // a heap-held member, to see that moves keep it
     return info;
 }
 } // namespace
@@ -87,7 +88,6 @@ public:
             do
             {
                 TOffsViewLineInfo info = Record(static_cast<int>(aModel.size()));
-                info.m_aOffsets.Add(0);
                 info.m_aOffsets.Add(static_cast<int>(aModel.size()) + 1);
                 aLines.InsertAt(aLines.GetSize(), std::move(info));
                 aModel.push_back(static_cast<int>(aModel.size()) + 1);
@@ -95,7 +95,6 @@ public:
             aLines.RemoveAt(3, 2);
             aModel.erase(aModel.begin() + 3, aModel.begin() + 5);
             TOffsViewLineInfo info = Record(0);
-            info.m_aOffsets.Add(0);
             info.m_aOffsets.Add(-7);
             aLines.InsertAt(1, std::move(info));
             aModel.insert(aModel.begin() + 1, -7);
@@ -162,6 +161,7 @@ public:
                     {
                         CPPUNIT_ASSERT_EQUAL_MESSAGE(szAt, expected.first, aLines.GetAt(i).m_nRealLine);
                         CPPUNIT_ASSERT_EQUAL_MESSAGE(szAt, expected.second, aLines.GetAt(i).m_nLength);
+                        CPPUNIT_ASSERT_EQUAL_MESSAGE(szAt, expected.second, aLines.GetAt(i).m_aOffsets[0]);
                     }
                 }
         }
