@@ -9,10 +9,6 @@
 
 namespace
 {
-std::string At(CPoint pt)
-{
-    return "(" + std::to_string(pt.x) + "," + std::to_string(pt.y) + ")";
-}
 
 // testcollapse.dat:
 // 0 <html>
@@ -133,7 +129,7 @@ public:
             {CPoint(2, 6), CPoint(2, 4)},  {CPoint(0, 9), CPoint(0, 7)},
         };
         for (const auto& [ptDoc, ptView] : aCases)
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + At(ptDoc), ptView,
+            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + CViewTestHarness::At(ptDoc), ptView,
                                          m_pHarness->m_View.DocToView(ptDoc));
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
@@ -155,7 +151,8 @@ public:
             {CPoint(0, 8), CPoint(0, 4)},
         };
         for (const auto& [ptDoc, ptView] : aCases)
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + At(ptDoc), ptView, view.DocToView(ptDoc));
+            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + CViewTestHarness::At(ptDoc), ptView,
+                                         view.DocToView(ptDoc));
         CPPUNIT_ASSERT_EQUAL(B_END, view.ViewToDoc(CPoint(26, 3)));
         CPPUNIT_ASSERT_EQUAL(B_START, view.ViewToDoc(CPoint(25, 3)));
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
@@ -188,7 +185,8 @@ public:
             {CPoint(14, 3), CPoint(7, 5)},  {CPoint(30, 3), CPoint(23, 5)}, {CPoint(0, 4), CPoint(0, 6)},
         };
         for (const auto& [ptView, ptDoc] : aCases)
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("view " + At(ptView), ptDoc, m_pHarness->m_View.ViewToDoc(ptView));
+            CPPUNIT_ASSERT_EQUAL_MESSAGE("view " + CViewTestHarness::At(ptView), ptDoc,
+                                         m_pHarness->m_View.ViewToDoc(ptView));
     }
 
     // Edits before, behind and inside a collapsed region keep the view equal to a fresh build.

@@ -12,10 +12,6 @@
 
 namespace
 {
-std::string At(CPoint pt)
-{
-    return "(" + std::to_string(pt.x) + "," + std::to_string(pt.y) + ")";
-}
 
 // Keeps one view point across changes and records the reasons it was told.
 class CPointKeeper : public ITextViewBufferEvents
@@ -142,7 +138,7 @@ public:
         for (const SCase& test : aCases)
         {
             const SCharInfo info = view.GetCharInfo(test.pt);
-            const std::string szCase = "char info at " + At(test.pt);
+            const std::string szCase = "char info at " + CViewTestHarness::At(test.pt);
             CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, test.nType, info.m_nType);
             CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, CString(test.szChar).ToUtf8(), info.m_char.ToUtf8());
             CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, test.nWidth, info.m_nWidth);
@@ -254,7 +250,7 @@ public:
         m_pHarness->Fill(u"ab\r\ncd");
         CTextViewBuffer& view = m_pHarness->m_View;
         for (const CPoint pt : {CPoint(0, 0), CPoint(0, 1), CPoint(1, 0), CPoint(1, 1), CPoint(9, 1)})
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("view " + At(pt), pt, view.ViewToDoc(pt));
+            CPPUNIT_ASSERT_EQUAL_MESSAGE("view " + CViewTestHarness::At(pt), pt, view.ViewToDoc(pt));
         CArray<CPoint> aPoints;
         aPoints.Add(CPoint(2, 1));
         aPoints.Add(CPoint(0, 0));
@@ -272,7 +268,7 @@ public:
         m_pHarness->Fill(u"ab\r\ncd");
         CTextViewBuffer& view = m_pHarness->m_View;
         for (const CPoint pt : {CPoint(0, 0), CPoint(0, 1), CPoint(1, 0), CPoint(1, 1), CPoint(9, 0)})
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + At(pt), pt, view.DocToView(pt));
+            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + CViewTestHarness::At(pt), pt, view.DocToView(pt));
         CArray<CPoint> aPoints;
         aPoints.Add(CPoint(1, 1));
         view.DocToViewArray(aPoints);

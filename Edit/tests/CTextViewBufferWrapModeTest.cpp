@@ -5,14 +5,6 @@
 #include <cppunit/extensions/HelperMacros.h>
 #include <string>
 
-namespace
-{
-std::string At(CPoint pt)
-{
-    return "(" + std::to_string(pt.x) + "," + std::to_string(pt.y) + ")";
-}
-} // namespace
-
 class CTextViewBufferWrapModeTest : public CppUnit::TestFixture
 {
     CPPUNIT_TEST_SUITE(CTextViewBufferWrapModeTest);
@@ -72,7 +64,8 @@ public:
             {CPoint(11, 2), CPoint(29, 1)},
         };
         for (const auto& [ptView, ptDoc] : aCases)
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("view " + At(ptView), ptDoc, view.ViewToDoc(ptView));
+            CPPUNIT_ASSERT_EQUAL_MESSAGE("view " + CViewTestHarness::At(ptView), ptDoc,
+                                         view.ViewToDoc(ptView));
     }
 
     void DocToViewTest()
@@ -84,7 +77,8 @@ public:
             {CPoint(40, 1), CPoint(22, 2)},
         };
         for (const auto& [ptDoc, ptView] : aCases)
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + At(ptDoc), ptView, view.DocToView(ptDoc));
+            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + CViewTestHarness::At(ptDoc), ptView,
+                                         view.DocToView(ptDoc));
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
     }

@@ -26,6 +26,9 @@ class CViewTestHarness
 public:
     static constexpr const char16_t* TEST_FILES = u"..\\Edit\\tests\\testfiles\\";
 
+    // A point as "(x,y)", for messages.
+    static std::string At(CPoint pt) { return CppUnit::assertion_traits<CPoint>::toString(pt); }
+
     // Settings as loaded from an empty store: tabs of 4 columns, no wrap.
     CViewTestHarness() { m_Settings.SetTabSize(CTextSettings::DEFAULT_TAB_SIZE); }
     CViewTestHarness(const CViewTestHarness&) = delete;
