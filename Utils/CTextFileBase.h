@@ -1,5 +1,6 @@
 // CTextFileBase: what the text file reader and writer share: the file, its encoding, the kind of
-// line end, and a buffer of their own so that the file is touched once per 1024 bytes.
+// line end, and buffering of their own so that the file is touched in large pieces (the writer once
+// per 1024 bytes, the reader once per block of CTextFileRead).
 #pragma once
 
 #include "Platform/CFile.h"

@@ -93,7 +93,8 @@ def main():
             print("  changed:", path)
         if is_text(data):
             text += 1
-            decoded = data.decode("utf-8").replace("\r\n", "\n").replace("\r", "\n")
+            # The mark of a UTF-8 file is not text, as "utf-8-sig" reads it.
+            decoded = data.decode("utf-8-sig").replace("\r\n", "\n").replace("\r", "\n")
             if zlib.crc32(decoded.encode("utf-16-le", "surrogatepass")) == crc:
                 same_text += 1
             elif text - same_text <= 10:
