@@ -1,10 +1,7 @@
 #include "CSHItem.h"
 
-#include "Platform/NativePath.h"
+#include "Platform/CFileFind.h"
 #include "Platform/ShellFileInfo.h"
-
-#include <filesystem>
-#include <system_error>
 
 BOOL CSHItem::GetAllInfo()
 {
@@ -37,9 +34,16 @@ BOOL CSHItem::GetHasSubFolder() const
     if (!(sfi.dwAttributes & SFGAO_FOLDER))
         return 0;
     // Any child counts, not only folders, so that a folder of plain files shows its expand mark.
-    std::error_code ec;
-    const std::filesystem::directory_iterator it(ToNativePath(m_csPidlFQ), ec);
-    return !ec && it != std::filesystem::directory_iterator() ? 1 : 0;
+    CFileFind find;
+    if (!find.FindFile(m_csPidlFQ + u"/*"))
+        return 0;
+    for (BOOL bMore = TRUE; bMore;)
+    {
+        bMore = find.FindNextFile();
+        if (!find.IsDots())
+            return 1;
+    }
+    return 0;
 }
 
 int CSHItem::GetIcon()

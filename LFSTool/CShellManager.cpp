@@ -1,11 +1,9 @@
 #include "CShellManager.h"
 
-#include "Platform/NativePath.h"
+#include "Platform/CFileFind.h"
 #include "Platform/ShellFileInfo.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 #include <vector>
 
 CShellManager::CShellManager(const CString& csDesktopFolder) : m_csDesktopFolder(csDesktopFolder) {}
@@ -21,28 +19,25 @@ CSHItem CShellManager::GetDesktopItem() const
 
 BOOL CShellManager::EnumObjects(const CString& csFolder, DWORD grfFlags, CSHItemsArray& aItems) const
 {
-    namespace fs = std::filesystem;
     aItems.RemoveAll();
-    std::error_code ec;
-    fs::directory_iterator it(ToNativePath(csFolder), ec);
-    if (ec)
-        return FALSE;
-
     // The names first, so that a folder that changes while it is read gives a consistent list.
+    CFileFind find;
+    if (csFolder.IsEmpty() || !find.FindFile(csFolder + u"/*"))
+        return FALSE;
     std::vector<CString> aNames;
-    for (; it != fs::directory_iterator(); it.increment(ec))
+    for (BOOL bMore = TRUE; bMore;)
     {
-        const std::string szName = it->path().filename().string();
-        if (!(grfFlags & SHCONTF_INCLUDEHIDDEN) && szName.size() > 1 && szName[0] == '.')
+        bMore = find.FindNextFile();
+        if (find.IsDots())
             continue;
-        std::error_code ecType;
-        const bool bFolder = it->is_directory(ecType);
+        const CString csName = find.GetFileName();
+        if (!(grfFlags & SHCONTF_INCLUDEHIDDEN) && csName.GetLength() > 1 && csName[0] == u'.')
+            continue;
+        const bool bFolder = find.IsDirectory();
         if (bFolder ? !(grfFlags & SHCONTF_FOLDERS) : !(grfFlags & SHCONTF_NONFOLDERS))
             continue;
-        aNames.push_back(FromNativePath(szName));
+        aNames.push_back(csName);
     }
-    if (ec)
-        return FALSE;
     std::sort(aNames.begin(), aNames.end(),
               [](const CString& a, const CString& b)
               {

@@ -1,6 +1,7 @@
 #include "CFileFind.h"
 
 #include "CException.h"
+#include "CodePages.h"
 #include "NativePath.h"
 
 #include <algorithm>
@@ -51,7 +52,8 @@ BOOL CFileFind::FindFile(const CString& csName)
     for (int i = 0; i < csPath.GetLength(); ++i)
         if (csPath[i] == u'\\' || csPath[i] == u'/')
             nSlash = i;
-    const std::string szMask = csPath.Mid(nSlash + 1).ToUtf8();
+    std::string szMask;
+    Utf16ToUtf8Kept(csPath.Mid(nSlash + 1).Str(), szMask);
     m_szFolder = nSlash < 0 ? std::string(".") : ToNativePath(csPath.Left(nSlash));
     while (m_szFolder.size() > 1 && m_szFolder.back() == '/')
         m_szFolder.pop_back();

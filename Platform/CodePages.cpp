@@ -1,5 +1,6 @@
 #include "CodePages.h"
 
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -176,22 +177,46 @@ void ToUnicodeSubstitute(const void*, UConverterToUnicodeArgs* pArgs, const char
     ucnv_cbToUWriteUChars(pArgs, &chReplacement, 1, 0, pErr);
 }
 
+// Bytes without a mapping become lone surrogates that stand for them, and are counted.
+void ToUnicodeKeepBytes(const void* pContext, UConverterToUnicodeArgs* pArgs, const char* pBytes,
+                        int32_t nBytes, UConverterCallbackReason reason, UErrorCode* pErr)
+{
+    if (reason > UCNV_IRREGULAR)
+        return;
+    *pErr = U_ZERO_ERROR;
+    for (int32_t i = 0; i < nBytes && U_SUCCESS(*pErr); ++i)
+    {
+        const UChar chEscape =
+            static_cast<UChar>(CH_FIRST_BYTE_ESCAPE + static_cast<unsigned char>(pBytes[i]));
+        ucnv_cbToUWriteUChars(pArgs, &chEscape, 1, 0, pErr);
+    }
+    if (pContext)
+        *static_cast<std::size_t*>(const_cast<void*>(pContext)) += static_cast<std::size_t>(nBytes);
+}
+
 struct FromUnicodeContext
 {
     char chDefault = '?';
     bool bUnicodeTarget = false;
     bool bUsedDefault = false;
+    bool bKeepBytes = false; // lone surrogates U+DC00-U+DCFF go out as the bytes they stand for
 };
 
 // Characters the page lacks become the default byte and are remembered; a Unicode target writes its
 // own replacement character instead.
 void FromUnicodeSubstitute(const void* pContext, UConverterFromUnicodeArgs* pArgs, const UChar*, int32_t,
-                           UChar32, UConverterCallbackReason reason, UErrorCode* pErr)
+                           UChar32 codePoint, UConverterCallbackReason reason, UErrorCode* pErr)
 {
     if (reason > UCNV_IRREGULAR)
         return;
     auto* pState = static_cast<FromUnicodeContext*>(const_cast<void*>(pContext));
     *pErr = U_ZERO_ERROR;
+    if (pState->bKeepBytes && codePoint >= CH_FIRST_BYTE_ESCAPE && codePoint <= CH_LAST_BYTE_ESCAPE)
+    {
+        const char chByte = static_cast<char>(codePoint - CH_FIRST_BYTE_ESCAPE);
+        ucnv_cbFromUWriteBytes(pArgs, &chByte, 1, 0, pErr);
+        return;
+    }
     if (pState->bUnicodeTarget)
     {
         ucnv_cbFromUWriteSub(pArgs, 0, pErr);
@@ -201,10 +226,15 @@ void FromUnicodeSubstitute(const void* pContext, UConverterFromUnicodeArgs* pArg
     ucnv_cbFromUWriteBytes(pArgs, &pState->chDefault, 1, 0, pErr);
 }
 
-bool ToUtf16(UConverter* pConverter, const char* pBytes, std::size_t nBytes, std::u16string& str)
+// pInvalid, when given, asks for bytes without a mapping to be kept as escapes and counted there.
+bool ToUtf16(UConverter* pConverter, const char* pBytes, std::size_t nBytes, std::u16string& str,
+             std::size_t* pInvalid = nullptr)
 {
     UErrorCode err = U_ZERO_ERROR;
-    ucnv_setToUCallBack(pConverter, ToUnicodeSubstitute, nullptr, nullptr, nullptr, &err);
+    if (pInvalid)
+        ucnv_setToUCallBack(pConverter, ToUnicodeKeepBytes, pInvalid, nullptr, nullptr, &err);
+    else
+        ucnv_setToUCallBack(pConverter, ToUnicodeSubstitute, nullptr, nullptr, nullptr, &err);
     if (U_FAILURE(err))
         return false;
     str.assign(nBytes + 16, u'\0');
@@ -223,6 +253,9 @@ bool ToUtf16(UConverter* pConverter, const char* pBytes, std::size_t nBytes, std
             break;
         str.resize(str.size() * 2);
     }
+    // The counter lives with the caller: leave no pointer to it behind in the cached converter.
+    UErrorCode errReset = U_ZERO_ERROR;
+    ucnv_setToUCallBack(pConverter, UCNV_TO_U_CALLBACK_SUBSTITUTE, nullptr, nullptr, nullptr, &errReset);
     if (U_FAILURE(err))
         return false;
     str.resize(nWritten);
@@ -230,10 +263,11 @@ bool ToUtf16(UConverter* pConverter, const char* pBytes, std::size_t nBytes, std
 }
 
 bool FromUtf16(UConverter* pConverter, const char16_t* pText, std::size_t nUnits, char chDefault,
-               bool& bUsedDefault, std::string& sz)
+               bool& bUsedDefault, std::string& sz, bool bKeepBytes = false)
 {
     FromUnicodeContext context;
     context.chDefault = chDefault;
+    context.bKeepBytes = bKeepBytes;
     context.bUnicodeTarget = IsUnicodeConverter(pConverter);
     UErrorCode err = U_ZERO_ERROR;
     ucnv_setFromUCallBack(pConverter, FromUnicodeSubstitute, &context, nullptr, nullptr, &err);
@@ -350,4 +384,183 @@ std::string Utf16ToCodePage(UINT nCodePage, std::u16string_view szText, bool* pU
     if (pUsedDefault)
         *pUsedDefault = bUsedDefault;
     return sz;
+}
+
+std::size_t Utf8ToUtf16Kept(std::string_view szBytes, bool bFinal, std::u16string& strOut,
+                            std::size_t* pInvalid, bool* pNonAscii)
+{
+    const auto* p = reinterpret_cast<const unsigned char*>(szBytes.data());
+    const std::size_t n = szBytes.size();
+    const std::size_t nStart = strOut.size();
+    strOut.resize(nStart + n); // never more code units than bytes
+    char16_t* pOut = strOut.data() + nStart;
+    std::size_t nInvalid = 0;
+    bool bNonAscii = false;
+    std::size_t i = 0;
+    while (i < n)
+    {
+        // Runs of ASCII, the bulk of most text, eight bytes at a time.
+        while (i + 8 <= n)
+        {
+            std::uint64_t nEight;
+            std::memcpy(&nEight, p + i, 8);
+            if (nEight & 0x8080808080808080ull)
+                break;
+            for (int k = 0; k < 8; ++k)
+                pOut[k] = p[i + k];
+            pOut += 8;
+            i += 8;
+        }
+        if (i == n)
+            break;
+        const unsigned b0 = p[i];
+        if (b0 < 0x80)
+        {
+            *pOut++ = static_cast<char16_t>(b0);
+            ++i;
+            continue;
+        }
+        // Length of the sequence and the range its second byte must lie in (well-formed UTF-8 only:
+        // no overlong forms, no surrogates, nothing above U+10FFFF).
+        std::size_t nLength = 0;
+        unsigned nLow = 0x80, nHigh = 0xBF;
+        if (b0 >= 0xC2 && b0 <= 0xDF)
+            nLength = 2;
+        else if (b0 >= 0xE0 && b0 <= 0xEF)
+        {
+            nLength = 3;
+            if (b0 == 0xE0)
+                nLow = 0xA0;
+            else if (b0 == 0xED)
+                nHigh = 0x9F;
+        }
+        else if (b0 >= 0xF0 && b0 <= 0xF4)
+        {
+            nLength = 4;
+            if (b0 == 0xF0)
+                nLow = 0x90;
+            else if (b0 == 0xF4)
+                nHigh = 0x8F;
+        }
+        std::size_t nValid = nLength > 0 ? 1 : 0; // bytes of the sequence that are right so far
+        while (nValid > 0 && nValid < nLength && i + nValid < n)
+        {
+            const unsigned b = p[i + nValid];
+            if (b < (nValid == 1 ? nLow : 0x80u) || b > (nValid == 1 ? nHigh : 0xBFu))
+                break;
+            ++nValid;
+        }
+        if (nValid > 0 && nValid < nLength && i + nValid == n && !bFinal)
+            break; // the rest of this character comes with the next bytes
+        if (nValid == 0 || nValid < nLength)
+        {
+            *pOut++ = static_cast<char16_t>(CH_FIRST_BYTE_ESCAPE + b0);
+            ++nInvalid;
+            ++i;
+            continue;
+        }
+        bNonAscii = true;
+        if (nLength == 2)
+            *pOut++ = static_cast<char16_t>((b0 & 0x1F) << 6 | (p[i + 1] & 0x3F));
+        else if (nLength == 3)
+            *pOut++ = static_cast<char16_t>((b0 & 0x0F) << 12 | (p[i + 1] & 0x3F) << 6 | (p[i + 2] & 0x3F));
+        else
+        {
+            const char32_t ch =
+                (b0 & 0x07) << 18 | (p[i + 1] & 0x3F) << 12 | (p[i + 2] & 0x3F) << 6 | (p[i + 3] & 0x3F);
+            *pOut++ = static_cast<char16_t>(0xD800 + ((ch - 0x10000) >> 10));
+            *pOut++ = static_cast<char16_t>(0xDC00 + ((ch - 0x10000) & 0x3FF));
+        }
+        i += nLength;
+    }
+    strOut.resize(static_cast<std::size_t>(pOut - strOut.data()));
+    if (pInvalid)
+        *pInvalid += nInvalid;
+    if (pNonAscii && bNonAscii)
+        *pNonAscii = true;
+    return i;
+}
+
+void Utf16ToUtf8Kept(std::u16string_view strText, std::string& szOut)
+{
+    const std::size_t nStart = szOut.size();
+    szOut.resize(nStart + strText.size() * 3);
+    char* pOut = szOut.data() + nStart;
+    const std::size_t n = strText.size();
+    for (std::size_t i = 0; i < n; ++i)
+    {
+        const char32_t ch = strText[i];
+        if (ch < 0x80)
+            *pOut++ = static_cast<char>(ch);
+        else if (ch < 0x800)
+        {
+            *pOut++ = static_cast<char>(0xC0 | ch >> 6);
+            *pOut++ = static_cast<char>(0x80 | (ch & 0x3F));
+        }
+        else if (ch >= 0xD800 && ch <= 0xDBFF && i + 1 < n && strText[i + 1] >= 0xDC00 &&
+                 strText[i + 1] <= 0xDFFF)
+        {
+            const char32_t chFull = 0x10000 + ((ch - 0xD800) << 10) + (strText[++i] - 0xDC00);
+            *pOut++ = static_cast<char>(0xF0 | chFull >> 18);
+            *pOut++ = static_cast<char>(0x80 | (chFull >> 12 & 0x3F));
+            *pOut++ = static_cast<char>(0x80 | (chFull >> 6 & 0x3F));
+            *pOut++ = static_cast<char>(0x80 | (chFull & 0x3F));
+        }
+        else if (ch >= CH_FIRST_BYTE_ESCAPE + 0x80 && ch <= CH_LAST_BYTE_ESCAPE)
+            *pOut++ = static_cast<char>(ch - CH_FIRST_BYTE_ESCAPE);
+        else
+        {
+            *pOut++ = static_cast<char>(0xE0 | ch >> 12);
+            *pOut++ = static_cast<char>(0x80 | (ch >> 6 & 0x3F));
+            *pOut++ = static_cast<char>(0x80 | (ch & 0x3F));
+        }
+    }
+    szOut.resize(static_cast<std::size_t>(pOut - szOut.data()));
+}
+
+bool CodePageToUtf16Kept(UINT nCodePage, std::string_view szBytes, std::u16string& strOut,
+                         std::size_t* pInvalid)
+{
+    if (nCodePage == CP_UTF8)
+    {
+        Utf8ToUtf16Kept(szBytes, true, strOut, pInvalid);
+        return true;
+    }
+    UConverter* pConverter = GetConverter(nCodePage);
+    if (!pConverter)
+        return false;
+    if (szBytes.empty())
+        return true;
+    std::size_t nInvalid = 0;
+    std::u16string str;
+    if (!ToUtf16(pConverter, szBytes.data(), szBytes.size(), str, &nInvalid))
+        return false;
+    strOut += str;
+    if (pInvalid)
+        *pInvalid += nInvalid;
+    return true;
+}
+
+bool Utf16ToCodePageKept(UINT nCodePage, std::u16string_view strText, std::string& szOut, bool* pUsedDefault)
+{
+    if (pUsedDefault)
+        *pUsedDefault = false;
+    if (nCodePage == CP_UTF8)
+    {
+        Utf16ToUtf8Kept(strText, szOut);
+        return true;
+    }
+    UConverter* pConverter = GetConverter(nCodePage);
+    if (!pConverter)
+        return false;
+    if (strText.empty())
+        return true;
+    std::string sz;
+    bool bUsedDefault = false;
+    if (!FromUtf16(pConverter, strText.data(), strText.size(), '?', bUsedDefault, sz, true))
+        return false;
+    szOut += sz;
+    if (pUsedDefault)
+        *pUsedDefault = bUsedDefault;
+    return true;
 }

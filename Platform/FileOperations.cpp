@@ -251,3 +251,21 @@ void SplitPath(const CString& csPath, CString& csDrive, CString& csDir, CString&
     csName = CString(str.substr(nNameStart, nExtStart - nNameStart));
     csExt = CString(str.substr(nExtStart));
 }
+
+BOOL IsDirectory(const CString& csPath)
+{
+    struct stat st
+    {
+    };
+    const std::string szPath = ToNativePath(csPath);
+    return !szPath.empty() && ::stat(szPath.c_str(), &st) == 0 && S_ISDIR(st.st_mode) ? TRUE : FALSE;
+}
+
+BOOL IsRegularFile(const CString& csPath)
+{
+    struct stat st
+    {
+    };
+    const std::string szPath = ToNativePath(csPath);
+    return !szPath.empty() && ::stat(szPath.c_str(), &st) == 0 && S_ISREG(st.st_mode) ? TRUE : FALSE;
+}

@@ -48,3 +48,9 @@ BOOL FileExists(const CString& csPath);
 // Cuts a path into its parts: the drive (always empty here), the folder with its trailing separator, the
 // name and the extension from the last dot of the name on.
 void SplitPath(const CString& csPath, CString& csDrive, CString& csDir, CString& csName, CString& csExt);
+
+// True if csPath names a folder (a link to one counts).
+BOOL IsDirectory(const CString& csPath);
+
+// True if csPath names a regular file (a link to one counts): not a folder, pipe or device.
+BOOL IsRegularFile(const CString& csPath);

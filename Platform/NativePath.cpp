@@ -1,5 +1,7 @@
 #include "NativePath.h"
 
+#include "CodePages.h"
+
 #include <dirent.h>
 #include <strings.h>
 #include <sys/stat.h>
@@ -40,8 +42,6 @@ std::string FindEntryNoCase(const std::string& szFolder, const std::string& szNa
 // a file about to be created keeps its name.
 std::string ResolveCase(const std::string& szPath)
 {
-    if (szPath.empty() || Exists(szPath))
-        return szPath;
     std::string szResult;
     size_t nStart = 0;
     if (szPath[0] == '/')
@@ -76,14 +76,26 @@ std::string ResolveCase(const std::string& szPath)
 
 std::string ToNativePath(const CString& csPath)
 {
-    std::string szPath = csPath.ToUtf8();
-    for (char& ch : szPath)
-        if (ch == '\\')
-            ch = '/';
+    std::string szPath;
+    Utf16ToUtf8Kept(csPath.Str(), szPath);
+    // A name on this system may hold a "\\": a path that exists as written is taken as it is.
+    // Otherwise the "\\" are separators of a design path, and its letter case is looked up.
+    if (szPath.empty() || Exists(szPath))
+        return szPath;
+    if (szPath.find('\\') != std::string::npos)
+    {
+        for (char& ch : szPath)
+            if (ch == '\\')
+                ch = '/';
+        if (Exists(szPath))
+            return szPath;
+    }
     return ResolveCase(szPath);
 }
 
 CString FromNativePath(std::string_view szPath)
 {
-    return CString::FromUtf8(szPath);
+    std::u16string strPath;
+    Utf8ToUtf16Kept(szPath, true, strPath);
+    return CString(std::move(strPath));
 }

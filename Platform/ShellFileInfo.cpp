@@ -57,6 +57,8 @@ CSystemImageList& GetSystemImageList()
 // The content type of a file: by its name, and when the name says too little, by its first bytes.
 CGString GuessContentType(const std::string& szPath, const struct stat& st)
 {
+    if (S_ISLNK(st.st_mode))
+        return CGString(g_strdup("inode/symlink")); // a dangling link: its name says nothing of a target
     if (S_ISDIR(st.st_mode))
         return CGString(g_strdup("inode/directory"));
     if (S_ISCHR(st.st_mode))

@@ -1,5 +1,6 @@
 // CTextFileBase: what the text file reader and writer share: the file, its encoding, the kind of
-// line end, and a buffer of their own so that the file is touched once per 1024 bytes.
+// line end, and buffering of their own so that the file is touched in large pieces (the writer once
+// per 1024 bytes, the reader once per block of CTextFileRead).
 #pragma once
 
 #include "Platform/CFile.h"
@@ -10,16 +11,26 @@ class CTextFileBase
 {
 public:
     // Encodings: a code page is 0 or above (0 being the system's 8-bit page); these are the others.
+    // The first three are written with a byte order mark, the last three without one.
     static constexpr int ENCODING_UTF16_BE = -1;
     static constexpr int ENCODING_UTF16_LE = -2;
     static constexpr int ENCODING_UTF8 = -3;
+    static constexpr int ENCODING_UTF8_NO_BOM = -4;
+    static constexpr int ENCODING_UTF16_LE_NO_BOM = -5;
+    static constexpr int ENCODING_UTF16_BE_NO_BOM = -6;
     // Kinds of line end.
     static constexpr int EOL_UNKNOWN = 0;
     static constexpr int EOL_CRLF = 1;
     static constexpr int EOL_LF = 2;
     static constexpr int EOL_CR = 3;
-    // Size of the byte buffer between the object and its file.
+    // Size of the writer's byte buffer between the object and its file.
     static constexpr int BUFFER_SIZE = 1024;
+
+    // What an encoding value stands for. A code page is none of these; 65001 is UTF-8 without a mark.
+    [[nodiscard]] static bool IsUtf8(int nEncoding) noexcept;
+    [[nodiscard]] static bool IsUtf16(int nEncoding) noexcept;
+    [[nodiscard]] static bool IsUtf16BigEndian(int nEncoding) noexcept;
+    [[nodiscard]] static bool HasByteOrderMark(int nEncoding) noexcept;
 
     CTextFileBase(const CTextFileBase&) = delete;
     CTextFileBase& operator=(const CTextFileBase&) = delete;
@@ -35,16 +46,15 @@ public:
     // The encoding: a code page, or ENCODING_UTF16_BE, ENCODING_UTF16_LE, ENCODING_UTF8.
     [[nodiscard]] int GetEncoding() const noexcept { return m_nEncoding; }
     void SetEncoding(int nEncoding) noexcept { m_nEncoding = nEncoding; }
-    // The kind of line end: found by reading a file in a code page, used by writing one.
+    // The kind of line end: the first one a reader found, the one a writer writes.
     [[nodiscard]] int GetLineEnd() const noexcept { return m_nLineEnd; }
     void SetLineEnd(int nLineEnd) noexcept { m_nLineEnd = nLineEnd; }
 
-    // Converts szText, up to its NUL, from the encoding taken as a code page. An unknown page
-    // gives an empty result.
+    // Converts szText, up to its NUL, from the encoding taken as a code page, keeping bytes the
+    // page can't read as lone surrogates U+DC00 + byte. An unknown page gives an empty result.
     void CharToWstring(const char* szText, std::u16string& strResult) const;
-    // Converts szText, up to its NUL, to the encoding taken as a code page. The result is cut to
-    // as many bytes as szText has characters, so a character taking two bytes costs the end of
-    // the text; writers of multi-byte pages rely on nothing more.
+    // Converts szText, up to its NUL, to the encoding taken as a code page, whole; a lone
+    // surrogate U+DC00 + byte gives that byte back.
     void WcharToString(const char16_t* szText, std::string& strResult) const;
 
 protected:
@@ -57,10 +67,7 @@ protected:
     int m_nEncoding = 0;                       // code page or ENCODING_...
     CFile* m_pFile = nullptr;                  // the file, null once closed
     bool m_bOwnFile = false;                   // the file was opened here and is freed by Close
-    bool m_bEndOfFile = false;                 // the reader found the end
-    unsigned char m_aBuffer[BUFFER_SIZE] = {}; // bytes between the object and the file
+    bool m_bEndOfFile = false;                 // the reader has given its last line
+    unsigned char m_aBuffer[BUFFER_SIZE] = {}; // the writer's bytes on their way to the file
     int m_nBufferPos = -1;                     // index of the last byte used, -1 before the first
-    int m_nBufferFill = 0;                     // bytes the reader's buffer holds
-    bool m_bUnread = false;                    // a character was pushed back
-    char16_t m_chUnread = 0;                   // the reader's terminator of the last line
 };

@@ -1,5 +1,7 @@
 #include "Utils/CTextFileRead.h"
 
+#include "Platform/CodePages.h"
+
 #include <algorithm>
 #include <memory>
 #include <vector>
@@ -8,8 +10,8 @@ namespace
 {
 constexpr char16_t CH_CR = u'\r';
 constexpr char16_t CH_LF = u'\n';
-// Characters of this value or below end a UTF-16 or UTF-8 line with a failure.
-constexpr char16_t CH_LAST_CONTROL = 7;
+// Bytes read from the file at a time.
+constexpr std::size_t BLOCK_SIZE = 1u << 18;
 // Read's work buffer needs no more than this to avoid growing the result step by step.
 constexpr std::uint64_t MAX_WORK_BUFFER = 1u << 16;
 } // namespace
@@ -30,14 +32,24 @@ CTextFileRead::CTextFileRead(const char16_t* szFileName, int& nEncoding)
         CTextFileBase::Close();
     }
     nEncoding = m_nEncoding;
-    // A file of under two bytes has set it while looking for the mark.
-    m_bEndOfFile = false;
 }
 
 CTextFileRead::CTextFileRead(CFile* pFile, int nEncoding) : CTextFileBase(pFile, false, nEncoding)
 {
     ReadBOM();
-    m_bEndOfFile = false;
+}
+
+std::size_t CTextFileRead::ReadBytes(char* pBuffer, std::size_t nCount)
+{
+    std::size_t nDone = 0;
+    while (nDone < nCount)
+    {
+        const UINT nRead = m_pFile->Read(pBuffer + nDone, static_cast<UINT>(nCount - nDone));
+        if (nRead == 0)
+            break;
+        nDone += nRead;
+    }
+    return nDone;
 }
 
 void CTextFileRead::ReadBOM()
@@ -45,107 +57,169 @@ void CTextFileRead::ReadBOM()
     // A file given by the caller counts as open even without a handle, as a memory file is.
     if (!m_pFile)
         return;
-    const unsigned char b0 = ReadByte();
-    const unsigned char b1 = ReadByte();
+    unsigned char aMark[3] = {};
+    const std::size_t nRead = ReadBytes(reinterpret_cast<char*>(aMark), sizeof(aMark));
     int nMarkLength = 0;
-    if (b0 == 0xFF && b1 == 0xFE)
+    if (nRead >= 2 && aMark[0] == 0xFF && aMark[1] == 0xFE)
     {
         m_nEncoding = ENCODING_UTF16_LE;
         nMarkLength = 2;
     }
-    else if (b0 == 0xFE && b1 == 0xFF)
+    else if (nRead >= 2 && aMark[0] == 0xFE && aMark[1] == 0xFF)
     {
         m_nEncoding = ENCODING_UTF16_BE;
         nMarkLength = 2;
     }
-    else if (b0 == 0xEF && b1 == 0xBB && ReadByte() == 0xBF)
+    else if (nRead == 3 && aMark[0] == 0xEF && aMark[1] == 0xBB && aMark[2] == 0xBF)
     {
         m_nEncoding = ENCODING_UTF8;
         nMarkLength = 3;
     }
-    Rewind();
-    // The mark is passed by reading it straight from the file; the buffer starts behind it.
-    unsigned char aMark[3];
-    if (nMarkLength > 0)
-        m_pFile->Read(aMark, static_cast<UINT>(nMarkLength));
+    else
+        m_nEncoding = DetectWithoutMark(m_nEncoding);
+    if (nMarkLength == 2 && m_pFile->GetLength() % 2 != 0)
+    {
+        // UTF-16 can't hold an odd byte; UTF-8 keeps every byte, the mark included.
+        m_nEncoding = ENCODING_UTF8_NO_BOM;
+        nMarkLength = 0;
+    }
+    m_pFile->Seek(nMarkLength, CFile::begin);
 }
 
-void CTextFileRead::Rewind()
+int CTextFileRead::DetectWithoutMark(int nEncoding)
 {
     m_pFile->Seek(0, CFile::begin);
-    ResetBuffer();
+    std::vector<char> aBlock(BLOCK_SIZE);
+    std::string strCarry;
+    std::u16string strScratch;
+    std::size_t nInvalid = 0;
+    bool bNonAscii = false;
+    std::uint64_t aNuls[2] = {}; // NUL bytes at even and at odd offsets
+    std::uint64_t nLength = 0;
+    // Whether every CR and LF byte so far is the low half of a UTF-16 code unit, little-endian
+    // (at an even offset, a NUL behind it) and big-endian (at an odd offset, a NUL before it).
+    bool bBreaksLe = true, bBreaksBe = true, bBreaks = false;
+    bool bNulWanted = false; // the byte before was a CR or LF at an even offset
+    char chLast = 1;
+    for (;;)
+    {
+        const std::size_t nRead = ReadBytes(aBlock.data(), aBlock.size());
+        for (std::size_t i = 0; i < nRead; ++i)
+        {
+            const char ch = aBlock[i];
+            const bool bOdd = (nLength + i) % 2 != 0;
+            if (bNulWanted && ch != '\0')
+                bBreaksLe = false;
+            bNulWanted = false;
+            if (ch == '\0')
+                ++aNuls[bOdd];
+            else if (ch == '\r' || ch == '\n')
+            {
+                bBreaks = true;
+                bNulWanted = !bOdd;
+                bBreaksLe = bBreaksLe && !bOdd;
+                bBreaksBe = bBreaksBe && bOdd && chLast == '\0';
+            }
+            chLast = ch;
+        }
+        nLength += nRead;
+        if (nInvalid == 0)
+        {
+            // Validated as UTF-8 until the first byte that isn't.
+            strCarry.append(aBlock.data(), nRead);
+            strScratch.clear();
+            strCarry.erase(0, Utf8ToUtf16Kept(strCarry, nRead == 0, strScratch, &nInvalid, &bNonAscii));
+        }
+        if (nRead == 0)
+            break;
+    }
+    const bool bUtf8 = nInvalid == 0;
+    const bool bEven = nLength % 2 == 0;
+    // Text in UTF-16 without a mark shows itself by line breaks that are whole code units, or by
+    // the NUL halves of its ASCII characters, nearly all on one side of the code units.
+    const std::uint64_t nNuls = aNuls[0] + aNuls[1];
+    if (IsUtf16(nEncoding) && bEven && !bUtf8)
+        return IsUtf16BigEndian(nEncoding) ? ENCODING_UTF16_BE_NO_BOM : ENCODING_UTF16_LE_NO_BOM;
+    const std::uint64_t nFewer = std::min(aNuls[0], aNuls[1]);
+    if (bEven && nNuls > 0 && bBreaks && !bNulWanted && (bBreaksLe || bBreaksBe))
+        return bBreaksLe ? ENCODING_UTF16_LE_NO_BOM : ENCODING_UTF16_BE_NO_BOM;
+    if (bEven && nNuls * 4 >= nLength && nNuls > 0 && nFewer * 8 <= nNuls - nFewer)
+        return aNuls[0] < aNuls[1] ? ENCODING_UTF16_LE_NO_BOM : ENCODING_UTF16_BE_NO_BOM;
+    if (IsUtf16(nEncoding))
+        return ENCODING_UTF8_NO_BOM;
+    if (nEncoding == ENCODING_UTF8 || nEncoding == ENCODING_UTF8_NO_BOM || (bUtf8 && bNonAscii))
+        return ENCODING_UTF8_NO_BOM;
+    if (nEncoding < 0 || !IsCodePageSupported(static_cast<UINT>(nEncoding)))
+        return static_cast<int>(CP_ACP);
+    return nEncoding;
 }
 
-void CTextFileRead::Unread(char16_t ch) noexcept
+bool CTextFileRead::ReadBlock()
 {
-    m_bUnread = true;
-    m_chUnread = ch;
+    if (m_bFileDone)
+        return false;
+    m_strChars.erase(0, m_nCharPos);
+    m_nCharPos = 0;
+
+    const std::size_t nHeld = m_strBytes.size();
+    m_strBytes.resize(nHeld + BLOCK_SIZE);
+    const std::size_t nRead = ReadBytes(m_strBytes.data() + nHeld, BLOCK_SIZE);
+    m_strBytes.resize(nHeld + nRead);
+    const bool bFinal = nRead == 0;
+
+    std::size_t nUsed = 0;
+    if (IsUtf8(m_nEncoding))
+    {
+        std::size_t nInvalid = 0;
+        nUsed = Utf8ToUtf16Kept(m_strBytes, bFinal, m_strChars, &nInvalid);
+        m_nInvalidBytes += nInvalid;
+    }
+    else if (IsUtf16(m_nEncoding))
+    {
+        const bool bBigEndian = IsUtf16BigEndian(m_nEncoding);
+        const std::size_t nUnits = m_strBytes.size() / 2;
+        const std::size_t nStart = m_strChars.size();
+        m_strChars.resize(nStart + nUnits);
+        const auto* p = reinterpret_cast<const unsigned char*>(m_strBytes.data());
+        for (std::size_t i = 0; i < nUnits; ++i, p += 2)
+            m_strChars[nStart + i] =
+                static_cast<char16_t>(bBigEndian ? (p[0] << 8 | p[1]) : (p[1] << 8 | p[0]));
+        nUsed = nUnits * 2;
+        if (bFinal && nUsed < m_strBytes.size())
+        {
+            // An odd last byte can't be a character: it is kept as an escape and counted.
+            m_strChars +=
+                static_cast<char16_t>(CH_FIRST_BYTE_ESCAPE + static_cast<unsigned char>(m_strBytes.back()));
+            ++m_nInvalidBytes;
+            nUsed = m_strBytes.size();
+        }
+    }
+    else
+    {
+        // A code page is decoded up to the last line break, so that no character is cut in two.
+        nUsed = m_strBytes.size();
+        if (!bFinal)
+        {
+            const std::size_t nBreak = m_strBytes.find_last_of("\r\n");
+            nUsed = nBreak == std::string::npos ? 0 : nBreak + 1;
+        }
+        std::size_t nInvalid = 0;
+        CodePageToUtf16Kept(static_cast<UINT>(m_nEncoding), std::string_view(m_strBytes).substr(0, nUsed),
+                            m_strChars, &nInvalid);
+        m_nInvalidBytes += nInvalid;
+    }
+    m_strBytes.erase(0, nUsed);
+    if (bFinal)
+        m_bFileDone = true;
+    return true;
 }
 
-unsigned char CTextFileRead::ReadByte()
+void CTextFileRead::NoteLineEnd(int nKind) noexcept
 {
-    if (m_bUnread)
-    {
-        m_bUnread = false;
-        return static_cast<unsigned char>(m_chUnread);
-    }
-    if (m_nBufferPos == -1 || m_nBufferPos == BUFFER_SIZE - 1)
-    {
-        m_nBufferFill = static_cast<int>(m_pFile->Read(m_aBuffer, BUFFER_SIZE));
-        if (m_nBufferFill <= 0)
-        {
-            m_nBufferFill = 0;
-            m_bEndOfFile = true;
-            return 0;
-        }
-        m_nBufferPos = 0;
-        return m_aBuffer[0];
-    }
-    ++m_nBufferPos;
-    if (m_nBufferPos >= m_nBufferFill)
-    {
-        m_bEndOfFile = true;
-        return 0;
-    }
-    return m_aBuffer[m_nBufferPos];
-}
-
-char16_t CTextFileRead::ReadWchar()
-{
-    if (m_bUnread)
-    {
-        m_bUnread = false;
-        return m_chUnread;
-    }
-    if (m_nEncoding == ENCODING_UTF8)
-    {
-        const unsigned b0 = ReadByte();
-        int nLeadingOnes = 0;
-        while (nLeadingOnes < 8 && (b0 & (0x80u >> nLeadingOnes)))
-            ++nLeadingOnes;
-        switch (nLeadingOnes)
-        {
-        case 0:
-            return static_cast<char16_t>(b0);
-        case 2:
-        {
-            const unsigned b1 = ReadByte();
-            return static_cast<char16_t>((b0 & 31) << 6 | (b1 & 63));
-        }
-        case 3:
-        {
-            const unsigned b1 = ReadByte();
-            const unsigned b2 = ReadByte();
-            return static_cast<char16_t>(b0 << 12 | (b1 & 63) << 6 | (b2 & 63));
-        }
-        default:
-            // Continuation bytes and 4-byte leads, each on its own.
-            return u'\xFFFD';
-        }
-    }
-    const unsigned b0 = ReadByte();
-    const unsigned b1 = ReadByte();
-    return static_cast<char16_t>(m_nEncoding == ENCODING_UTF16_BE ? (b0 << 8 | b1) : (b1 << 8 | b0));
+    if (m_nLineEnd == EOL_UNKNOWN)
+        m_nLineEnd = nKind;
+    else if (m_nLineEnd != nKind)
+        ++m_nOtherLineEnds;
 }
 
 bool CTextFileRead::ReadLine(CString& csLine)
@@ -161,100 +235,48 @@ bool CTextFileRead::ReadLine(std::u16string& strLine)
 {
     if (!m_pFile || m_bEndOfFile)
         return false;
-    if (m_nEncoding < 0)
-        return ReadWcharLine(strLine);
-    std::string strBytes;
-    if (!ReadCharLine(strBytes))
-        return false;
-    CharToWstring(strBytes.c_str(), strLine);
-    return true;
-}
-
-bool CTextFileRead::ReadCharLine(std::string& strLine)
-{
-    if (m_bEndOfFile)
-        return false;
-    const bool bFirstRead = m_nBufferPos < 0;
-    unsigned char c = ReadByte();
-    if (!bFirstRead)
+    strLine.clear();
+    for (;;)
     {
-        // c is the terminator of the previous line. The first CR LF of a file fixes the kind.
-        if (c == CH_CR)
+        const std::size_t nSize = m_strChars.size();
+        std::size_t i = m_nCharPos;
+        const char16_t* p = m_strChars.data();
+        while (i < nSize && p[i] != CH_CR && p[i] != CH_LF)
+            ++i;
+        strLine.append(p + m_nCharPos, i - m_nCharPos);
+        m_nCharPos = i;
+        if (i == nSize)
         {
-            c = ReadByte();
-            if (c == CH_LF)
+            if (!ReadBlock())
             {
-                c = ReadByte();
-                m_nLineEnd = EOL_CRLF;
+                m_bEndOfFile = true;
+                return true;
             }
-            else if (m_nLineEnd != EOL_CRLF)
-                m_nLineEnd = EOL_CR;
+            continue;
         }
-        else if (c == CH_LF)
+        if (p[i] == CH_LF)
         {
-            c = ReadByte();
-            if (m_nLineEnd != EOL_CRLF)
-                m_nLineEnd = EOL_LF;
+            m_nCharPos = i + 1;
+            NoteLineEnd(EOL_LF);
+            return true;
         }
-    }
-
-    strLine.clear();
-    char aLocal[BUFFER_SIZE];
-    int nLocal = 0;
-    while (c != CH_CR && c != CH_LF && !m_bEndOfFile)
-    {
-        if (nLocal == BUFFER_SIZE)
+        // A CR: whether an LF follows may only show with the next block.
+        if (i + 1 == nSize && !m_bFileDone)
         {
-            strLine.append(aLocal, static_cast<std::size_t>(nLocal));
-            nLocal = 0;
+            ReadBlock();
+            continue;
         }
-        aLocal[nLocal++] = static_cast<char>(c);
-        c = ReadByte();
+        const bool bCrLf = i + 1 < m_strChars.size() && m_strChars[i + 1] == CH_LF;
+        m_nCharPos = i + (bCrLf ? 2 : 1);
+        NoteLineEnd(bCrLf ? EOL_CRLF : EOL_CR);
+        return true;
     }
-    strLine.append(aLocal, static_cast<std::size_t>(nLocal));
-    Unread(c);
-    return true;
-}
-
-bool CTextFileRead::ReadWcharLine(std::u16string& strLine)
-{
-    if (m_bEndOfFile)
-        return false;
-    // Pass the terminator of the previous line: CR LF, CR or LF.
-    char16_t c = ReadWchar();
-    if (c == CH_CR)
-        c = ReadWchar();
-    if (c == CH_LF)
-        c = ReadWchar();
-    if (m_bEndOfFile)
-        return false;
-
-    strLine.clear();
-    char16_t aLocal[BUFFER_SIZE];
-    int nLocal = 0;
-    while (c != CH_CR && c != CH_LF && !m_bEndOfFile)
-    {
-        // What was read since the last flush is dropped, and reading goes on behind c.
-        if (c <= CH_LAST_CONTROL)
-            return false;
-        if (nLocal == BUFFER_SIZE)
-        {
-            strLine.append(aLocal, static_cast<std::size_t>(nLocal));
-            nLocal = 0;
-        }
-        aLocal[nLocal++] = c;
-        c = ReadWchar();
-    }
-    strLine.append(aLocal, static_cast<std::size_t>(nLocal));
-    Unread(c);
-    return true;
 }
 
 std::uint64_t CTextFileRead::GuessCharacterCount() const
 {
     const std::uint64_t nLength = m_pFile ? m_pFile->GetLength() : 0;
-    const bool bUtf16 = m_nEncoding == ENCODING_UTF16_BE || m_nEncoding == ENCODING_UTF16_LE;
-    return bUtf16 ? nLength / 2 : nLength;
+    return IsUtf16(m_nEncoding) ? nLength / 2 : nLength;
 }
 
 bool CTextFileRead::Read(CString& csText, const char16_t* szSeparator)
@@ -293,10 +315,8 @@ bool CTextFileRead::Read(std::u16string& strText, const char16_t* szSeparator)
 
     const std::u16string_view strSeparator = szSeparator ? szSeparator : u"";
     std::u16string strLine;
-    while (!m_bEndOfFile)
+    while (ReadLine(strLine))
     {
-        if (!ReadLine(strLine))
-            continue;
         Put(strLine);
         if (!m_bEndOfFile)
             Put(strSeparator);

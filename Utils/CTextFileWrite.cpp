@@ -1,13 +1,20 @@
 #include "Utils/CTextFileWrite.h"
 
+#include "Platform/CodePages.h"
+
+#include <cstring>
 #include <memory>
-#include <string>
 
 namespace
 {
 constexpr char16_t CH_CR = u'\r';
 constexpr char16_t CH_LF = u'\n';
 constexpr char16_t CH_BOM = u'\xFEFF';
+
+bool IsHighSurrogate(char16_t ch) noexcept
+{
+    return ch >= 0xD800 && ch <= 0xDBFF;
+}
 } // namespace
 
 CTextFileWrite::CTextFileWrite(const char16_t* szFileName, int nEncoding)
@@ -47,6 +54,8 @@ CTextFileWrite::~CTextFileWrite()
 
 void CTextFileWrite::Close()
 {
+    if (m_pFile)
+        FlushPending();
     if (m_pFile && m_nBufferPos >= 0)
     {
         const auto nCount = static_cast<UINT>(m_nBufferPos + 1);
@@ -75,31 +84,26 @@ void CTextFileWrite::WriteByte(unsigned char ch)
     m_aBuffer[++m_nBufferPos] = ch;
 }
 
+void CTextFileWrite::WriteBytes(std::string_view szBytes)
+{
+    while (!szBytes.empty())
+    {
+        if (m_nBufferPos + 1 >= BUFFER_SIZE)
+        {
+            ResetBuffer();
+            m_pFile->Write(m_aBuffer, BUFFER_SIZE);
+        }
+        const std::size_t nFree = static_cast<std::size_t>(BUFFER_SIZE - 1 - m_nBufferPos);
+        const std::size_t nCopy = std::min(nFree, szBytes.size());
+        std::memcpy(m_aBuffer + m_nBufferPos + 1, szBytes.data(), nCopy);
+        m_nBufferPos += static_cast<int>(nCopy);
+        szBytes.remove_prefix(nCopy);
+    }
+}
+
 void CTextFileWrite::WriteWchar(char16_t ch)
 {
-    if (m_nEncoding == ENCODING_UTF16_BE)
-    {
-        WriteByte(static_cast<unsigned char>(ch >> 8));
-        WriteByte(static_cast<unsigned char>(ch & 0xFF));
-    }
-    else if (m_nEncoding == ENCODING_UTF16_LE)
-    {
-        WriteByte(static_cast<unsigned char>(ch & 0xFF));
-        WriteByte(static_cast<unsigned char>(ch >> 8));
-    }
-    else if (ch <= 0x7F)
-        WriteByte(static_cast<unsigned char>(ch));
-    else if (ch <= 0x7FF)
-    {
-        WriteByte(static_cast<unsigned char>(0xC0 | ch >> 6));
-        WriteByte(static_cast<unsigned char>(0x80 | (ch & 63)));
-    }
-    else
-    {
-        WriteByte(static_cast<unsigned char>(0xE0 | ch >> 12));
-        WriteByte(static_cast<unsigned char>(0x80 | (ch >> 6 & 63)));
-        WriteByte(static_cast<unsigned char>(0x80 | (ch & 63)));
-    }
+    WriteEncoded(std::u16string_view(&ch, 1));
 }
 
 void CTextFileWrite::WriteBOM()
@@ -107,27 +111,75 @@ void CTextFileWrite::WriteBOM()
     if (m_nEncoding == ENCODING_UTF16_BE || m_nEncoding == ENCODING_UTF16_LE)
         WriteWchar(CH_BOM);
     else if (m_nEncoding == ENCODING_UTF8)
+        WriteBytes("\xEF\xBB\xBF");
+}
+
+void CTextFileWrite::WriteEncoded(std::u16string_view strText)
+{
+    std::u16string strJoined;
+    if (m_chPendingHigh != 0)
     {
-        WriteByte(0xEF);
-        WriteByte(0xBB);
-        WriteByte(0xBF);
+        strJoined.reserve(strText.size() + 1);
+        strJoined += m_chPendingHigh;
+        strJoined += strText;
+        strText = strJoined;
+        m_chPendingHigh = 0;
     }
+    if (!strText.empty() && IsHighSurrogate(strText.back()))
+    {
+        m_chPendingHigh = strText.back();
+        strText.remove_suffix(1);
+    }
+    if (strText.empty())
+        return;
+
+    m_strEncoded.clear();
+    Encode(strText, m_strEncoded);
+    WriteBytes(m_strEncoded);
+}
+
+void CTextFileWrite::Encode(std::u16string_view strText, std::string& strBytes) const
+{
+    if (IsUtf16(m_nEncoding))
+    {
+        const bool bBigEndian = IsUtf16BigEndian(m_nEncoding);
+        const std::size_t nStart = strBytes.size();
+        strBytes.resize(nStart + strText.size() * 2);
+        char* p = strBytes.data() + nStart;
+        for (const char16_t ch : strText)
+        {
+            *p++ = static_cast<char>(bBigEndian ? ch >> 8 : ch & 0xFF);
+            *p++ = static_cast<char>(bBigEndian ? ch & 0xFF : ch >> 8);
+        }
+    }
+    else if (IsUtf8(m_nEncoding))
+        Utf16ToUtf8Kept(strText, strBytes);
+    else if (!Utf16ToCodePageKept(static_cast<UINT>(m_nEncoding), strText, strBytes))
+        Utf16ToCodePageKept(CP_ACP, strText, strBytes); // a page without a converter: the system's
+}
+
+void CTextFileWrite::FlushPending()
+{
+    if (m_chPendingHigh == 0)
+        return;
+    // A high surrogate with nothing behind it goes out alone, as it stood in the text.
+    const char16_t chHigh = m_chPendingHigh;
+    m_chPendingHigh = 0;
+    m_strEncoded.clear();
+    Encode(std::u16string_view(&chHigh, 1), m_strEncoded);
+    WriteBytes(m_strEncoded);
 }
 
 void CTextFileWrite::Write(const char16_t* szText)
 {
-    if (!m_pFile || !szText)
-        return;
-    if (m_nEncoding < 0)
-    {
-        for (const char16_t* p = szText; *p; ++p)
-            WriteWchar(*p);
-        return;
-    }
-    std::string strBytes;
-    WcharToString(szText, strBytes);
-    for (const char ch : strBytes)
-        WriteByte(static_cast<unsigned char>(ch));
+    if (szText)
+        Write(std::u16string_view(szText));
+}
+
+void CTextFileWrite::Write(std::u16string_view strText)
+{
+    if (m_pFile)
+        WriteEncoded(strText);
 }
 
 CTextFileWrite& CTextFileWrite::operator<<(const char16_t* szText)
@@ -138,8 +190,7 @@ CTextFileWrite& CTextFileWrite::operator<<(const char16_t* szText)
 
 CTextFileWrite& CTextFileWrite::operator<<(char16_t ch)
 {
-    const char16_t szText[2] = {ch, u'\0'};
-    Write(szText);
+    Write(std::u16string_view(&ch, 1));
     return *this;
 }
 
@@ -147,18 +198,11 @@ void CTextFileWrite::WriteEndl()
 {
     if (!m_pFile)
         return;
-    if (m_nEncoding < 0)
-    {
-        WriteWchar(CH_CR);
+    FlushPending();
+    if (m_nLineEnd == EOL_LF)
         WriteWchar(CH_LF);
-    }
-    else if (m_nLineEnd == EOL_LF)
-        WriteByte(CH_LF);
     else if (m_nLineEnd == EOL_CR)
-        WriteByte(CH_CR);
+        WriteWchar(CH_CR);
     else
-    {
-        WriteByte(CH_CR);
-        WriteByte(CH_LF);
-    }
+        WriteEncoded(u"\r\n");
 }

@@ -2,13 +2,10 @@
 
 #include "Platform/CodePages.h"
 #include "Platform/FileOperations.h"
-#include "Platform/NativePath.h"
 #include "Utils/CTextFileRead.h"
 #include "Utils/CTextFileWrite.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace
@@ -18,12 +15,6 @@ constexpr char16_t SZ_BACKUP_EXT[] = u".bak";
 constexpr char16_t SZ_TEMP_PREFIX[] = u"TSTemp";
 // Growth of the line array never falls below this many lines at a time.
 constexpr int MIN_LINES_GROW_BY = 1024;
-
-bool IsDirectory(const CString& csPath)
-{
-    std::error_code ec;
-    return std::filesystem::is_directory(ToNativePath(csPath), ec);
-}
 } // namespace
 
 const CString& CEditTextStore::GetLine(int nLine)
@@ -175,22 +166,18 @@ BOOL CEditTextStore::LoadFromFile(const CString& csFile)
 
 BOOL CEditTextStore::LoadFromFile(const CString& csFile, int& nEncoding, int& nEol)
 {
+    m_nLoadOtherLineEnds = 0;
+    m_nLoadInvalidBytes = 0;
     try
     {
         m_aLines.RemoveAll();
         CTextFileRead file(csFile.GetString(), nEncoding);
         if (file.IsOpen())
         {
-            // A read that fails leaves the line string as it was, and what it holds is appended all
-            // the same: the line before, or an empty one at the start. A line read is moved into
-            // the array, so the one before is taken from there.
             CString csLine;
-            while (!file.Eof())
+            while (file.ReadLine(csLine))
             {
-                const bool bRead = file.ReadLine(csLine);
                 const int nCount = m_aLines.GetSize();
-                if (!bRead)
-                    csLine = nCount > 0 ? m_aLines[nCount - 1] : CString();
                 ReserveLines(1);
                 m_aLines.SetSize(nCount + 1);
                 m_aLines[nCount] = std::move(csLine);
@@ -199,6 +186,8 @@ BOOL CEditTextStore::LoadFromFile(const CString& csFile, int& nEncoding, int& nE
                 m_aLines.Add(CString());
             file.Close();
             nEol = file.GetLineEnd();
+            m_nLoadOtherLineEnds = file.GetOtherLineEnds();
+            m_nLoadInvalidBytes = file.GetInvalidBytes();
             return TRUE;
         }
     }
@@ -218,7 +207,7 @@ BOOL CEditTextStore::WriteLines(const CString& csFile, int nEncoding, int nEol)
     const int nCount = m_aLines.GetSize();
     for (int i = 0; i < nCount; ++i)
     {
-        file.Write(m_aLines[i].GetString());
+        file.Write(m_aLines[i].Str());
         if (i < nCount - 1)
             file.WriteEndl();
     }

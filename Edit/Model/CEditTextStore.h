@@ -5,6 +5,8 @@
 
 #include "Platform/CStringArray.h"
 
+#include <cstdint>
+
 class CEditTextStore : public IEditTextStore
 {
 public:
@@ -18,6 +20,8 @@ public:
     int GetLinesCount() override;
 
     // IEditTextStore
+    // nEncoding and nEol receive what the file holds (see CTextFileRead); passed back to SaveToFile
+    // they give the same bytes, except that mixed line ends all take the kind of the first one.
     // Any failure leaves the store without lines and gives FALSE.
     BOOL LoadFromFile(const CString& csFile, int& nEncoding, int& nEol) override;
     BOOL LoadFromFile(const CString& csFile) override;
@@ -46,11 +50,18 @@ public:
     // one). Raises the invalid-argument exception on the first fault found.
     void AssertValid() const;
 
+    // What the last load found: line ends of another kind than the first (a save makes them all
+    // the first kind), and bytes the encoding can't read (kept, and saved back as they were).
+    [[nodiscard]] int GetLoadOtherLineEnds() const noexcept { return m_nLoadOtherLineEnds; }
+    [[nodiscard]] std::uint64_t GetLoadInvalidBytes() const noexcept { return m_nLoadInvalidBytes; }
+
 protected:
     // Makes room for nMore further lines so that large documents grow in few steps.
     void ReserveLines(int nMore);
     // Writes all lines to csFile, a line end between each two. FALSE if the file can't be made.
     BOOL WriteLines(const CString& csFile, int nEncoding, int nEol);
 
-    CStringArray m_aLines; // the document, one line each, without line ends
+    CStringArray m_aLines;                 // the document, one line each, without line ends
+    int m_nLoadOtherLineEnds = 0;          // line ends of the last load unlike its first one
+    std::uint64_t m_nLoadInvalidBytes = 0; // bytes of the last load its encoding can't read
 };

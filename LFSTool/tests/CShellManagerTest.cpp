@@ -75,6 +75,24 @@ public:
         CPPUNIT_ASSERT_EQUAL(0, dir.GetHasSubFolder());
         CPPUNIT_ASSERT_EQUAL(-1, aItems.FindByFileNameAndDirAttribute(u"dir", FALSE));
 
+        // A name that is not UTF-8 is listed under a path that opens again, and everything under
+        // a folder of such a name is listed; a dangling link is a link, not what its name says.
+        fs::create_directory(root / "odd\xFF");
+        std::ofstream(root / "odd\xFF" / "in\xC3.txt").put('x');
+        fs::create_symlink(root / "gone", root / "link.txt");
+        CPPUNIT_ASSERT(manager.EnumObjects(csRoot, SHCONTF_FOLDERS | SHCONTF_NONFOLDERS, aItems));
+        const CSHItem odd = aItems.GetAt(aItems.FindByFileNameAndDirAttribute(u"odd\uFFFD", TRUE));
+        CPPUNIT_ASSERT(odd.GetPidlFQ() == csRoot + u"/odd\xDCFF");
+        CPPUNIT_ASSERT_EQUAL(1, odd.GetHasSubFolder());
+        CPPUNIT_ASSERT(manager.EnumObjects(odd.GetPidlFQ(), SHCONTF_NONFOLDERS, aItems));
+        CPPUNIT_ASSERT_EQUAL(1, aItems.GetCount());
+        CPPUNIT_ASSERT(aItems.GetAt(0).GetPidlRel() == u"in\xDCC3.txt");
+        CPPUNIT_ASSERT(manager.EnumObjects(csRoot, SHCONTF_NONFOLDERS, aItems));
+        const CSHItem link = aItems.GetAt(aItems.FindByFileNameAndDirAttribute(u"link.txt", FALSE));
+        const CSHItem text = aItems.GetAt(aItems.FindByFileNameAndDirAttribute(u"b.txt", FALSE));
+        CPPUNIT_ASSERT(link.GetItemType() != text.GetItemType());
+        CPPUNIT_ASSERT_MESSAGE(link.GetItemType().ToUtf8(), link.GetItemType().Find(u"link") >= 0);
+
         // A folder that can't be listed gives FALSE and an empty array.
         CPPUNIT_ASSERT(!manager.EnumObjects(csRoot + u"/b.txt", SHCONTF_NONFOLDERS, aItems));
         CPPUNIT_ASSERT(!manager.EnumObjects(csRoot + u"/missing", SHCONTF_NONFOLDERS, aItems));

@@ -2,6 +2,7 @@
 #include "Platform/CArchive.h"
 #include "Platform/CArray.h"
 #include "Platform/CFile.h"
+#include "Platform/CFileFind.h"
 #include "Platform/CMemFile.h"
 #include "Platform/FileOperations.h"
 #include "Platform/NativePath.h"
@@ -285,6 +286,24 @@ public:
         CPPUNIT_ASSERT(ToNativePath(csRoot + u"/twin") == (m_dir / "twin").string());
         CFile file;
         CPPUNIT_ASSERT(file.Open(csRoot + u"\\autocomplete\\TESTS\\file.xml", CFile::modeRead));
+        file.Close();
+
+        // A name that holds a "\\" and exists is taken as written; bytes that are not UTF-8 travel as
+        // lone surrogates and come back as the same bytes.
+        WriteAll(m_dir / "back\\slash", "b");
+        CPPUNIT_ASSERT(ToNativePath(csRoot + u"/back\\slash") == (m_dir / "back\\slash").string());
+        CPPUNIT_ASSERT(ToNativePath(csRoot + u"\\back\\new") == (m_dir / "back/new").string());
+        const std::string szOdd = (m_dir / "odd\xFF\xC3(\xE2\x82").string();
+        WriteAll(szOdd, "o");
+        const CString csOdd = FromNativePath(szOdd);
+        CPPUNIT_ASSERT(csOdd.Right(8) == u"odd\xDCFF\xDCC3(\xDCE2\xDC82");
+        CPPUNIT_ASSERT(ToNativePath(csOdd) == szOdd);
+        CPPUNIT_ASSERT(FromNativePath("caf\xC3\xA9 \xF0\x9F\x98\x80") == u"café \U0001F600");
+        CPPUNIT_ASSERT(file.Open(csOdd, CFile::modeRead));
+        CFileFind find;
+        CPPUNIT_ASSERT(find.FindFile(csRoot + u"/odd*"));
+        find.FindNextFile();
+        CPPUNIT_ASSERT(find.GetFilePath() == csOdd);
     }
 
     void ArchiveCountTest()

@@ -3,8 +3,8 @@
 #include "Common_h/XMLParser/CXMLDocument.h"
 #include "Platform/CTempFolder.h"
 
-#include <cppunit/extensions/HelperMacros.h>
 #include <chrono>
+#include <cppunit/extensions/HelperMacros.h>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -12,12 +12,12 @@
 
 namespace
 {
-    const char16_t* const PROP_FILE = u"..\\Common_h\\XMLParser\\Tests\\TestFiles\\Prop.xml";
+const char16_t* const PROP_FILE = u"..\\Common_h\\XMLParser\\Tests\\TestFiles\\Prop.xml";
 
-    CXMLDocument NewDocument()
-    {
-        return CXMLDocument(CXMLDocument::CLASS_DOCUMENT_40);
-    }
+CXMLDocument NewDocument()
+{
+    return CXMLDocument(CXMLDocument::CLASS_DOCUMENT_40);
+}
 } // namespace
 
 class CXMLParserTest : public CppUnit::TestFixture
@@ -46,7 +46,8 @@ public:
 
         // Text is characters already: a declared encoding doesn't matter, nor do characters
         // outside Latin-1.
-        CPPUNIT_ASSERT(doc.Open(u"<?xml version=\"1.0\" encoding=\"UTF-16\"?><r a=\"\u0416\U0001F600\"/>", FALSE));
+        CPPUNIT_ASSERT(
+            doc.Open(u"<?xml version=\"1.0\" encoding=\"UTF-16\"?><r a=\"\u0416\U0001F600\"/>", FALSE));
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/r/@a") == u"\u0416\U0001F600");
 
         // A saved document (UTF-16 with its mark) loads again with the same content.
@@ -73,15 +74,18 @@ public:
         CPPUNIT_ASSERT(doc.Open(PROP_FILE, TRUE));
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop/@name") == u"Name");
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop[4]") == u"Local server");
-        CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop[4]/@description") == u"Address & port of the server");
+        CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop[4]/@description") ==
+                       u"Address & port of the server");
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop[2]/@readonly", FALSE) == u"readonly=\"true\"");
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/nothing").IsEmpty());
 
         CStringArray aNodes;
         doc.GetNodes(aNodes, u"/properties/prop", FALSE);
         CPPUNIT_ASSERT_EQUAL(4, aNodes.GetSize());
-        CPPUNIT_ASSERT(aNodes[0] == u"<prop name=\"Name\" value=\"ts\" description=\"The project's title\"/>");
-        CPPUNIT_ASSERT(aNodes[2].Find(u"<prop name=\"Encoding\"") == 0 && aNodes[2].Find(u"<item value=\"1252\"/>") > 0);
+        CPPUNIT_ASSERT(aNodes[0] ==
+                       u"<prop name=\"Name\" value=\"ts\" description=\"The project's title\"/>");
+        CPPUNIT_ASSERT(aNodes[2].Find(u"<prop name=\"Encoding\"") == 0 &&
+                       aNodes[2].Find(u"<item value=\"1252\"/>") > 0);
         doc.GetNodes(aNodes, u"/properties/prop/item/@value", TRUE);
         CPPUNIT_ASSERT_EQUAL(6, aNodes.GetSize());
         CPPUNIT_ASSERT(aNodes[4] == u"1251" && aNodes[5] == u"1252");
@@ -109,9 +113,11 @@ public:
         root.AppendElement(u"file").SetAttribute(u"path", u"x.php");
         CPPUNIT_ASSERT_THROW(docBuilt.GetDocumentNode().AppendElement(u"second"), CXMLException);
         CPPUNIT_ASSERT_THROW(root.AppendElement(u"bad name"), CXMLException);
-        CPPUNIT_ASSERT(docBuilt.GetXml() == u"<?xml version=\"1.0\" encoding=\"UTF-16\"?>\r\n"
-                                           u"<project name=\"a&amp;b\"><file path=\"x.php\"/></project>\r\n");
-        CPPUNIT_ASSERT(root.GetChildElements().size() == 1 && root.GetChildElements()[0].GetName() == u"file");
+        CPPUNIT_ASSERT(docBuilt.GetXml() ==
+                       u"<?xml version=\"1.0\" encoding=\"UTF-16\"?>\r\n"
+                       u"<project name=\"a&amp;b\"><file path=\"x.php\"/></project>\r\n");
+        CPPUNIT_ASSERT(root.GetChildElements().size() == 1 &&
+                       root.GetChildElements()[0].GetName() == u"file");
         CPPUNIT_ASSERT(root.GetAttribute(u"name") == u"a&b" && root.GetAttribute(u"none").IsEmpty());
     }
 
@@ -140,8 +146,8 @@ public:
         const std::filesystem::path path = temp / "CXMLParserTestOut.xml";
         const CString csWrite =
             u"<xsl:stylesheet version=\"1.1\" xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">"
-            u"<xsl:template match=\"/\"><xsl:document href=\"" + CString::FromUtf8(path.string()) +
-            u"\"><x/></xsl:document></xsl:template></xsl:stylesheet>";
+            u"<xsl:template match=\"/\"><xsl:document href=\"" +
+            CString::FromUtf8(path.string()) + u"\"><x/></xsl:document></xsl:template></xsl:stylesheet>";
         CPPUNIT_ASSERT_THROW(doc.TransformNode(csWrite), CXMLException);
         CPPUNIT_ASSERT(!std::filesystem::exists(path));
     }
@@ -173,7 +179,9 @@ public:
         // Nested expansions and one large entity used often are refused at once.
         std::string szLaughs = "<!DOCTYPE r [<!ENTITY l0 \"lol\">";
         for (int i = 1; i < 10; ++i)
-            szLaughs += "<!ENTITY l" + std::to_string(i) + " \"" + [i] {
+            szLaughs += "<!ENTITY l" + std::to_string(i) + " \"" +
+                        [i]
+            {
                 std::string sz;
                 for (int j = 0; j < 10; ++j)
                     sz += "&l" + std::to_string(i - 1) + ";";
@@ -188,6 +196,28 @@ public:
         CPPUNIT_ASSERT(!doc.Open(CString::FromUtf8(szLaughs), FALSE));
         CPPUNIT_ASSERT(!doc.Open(CString::FromUtf8(szWide), FALSE));
         CPPUNIT_ASSERT(std::chrono::steady_clock::now() - tStart < std::chrono::seconds(20));
+
+        // A text node over the parser's usual cap of 10 MB opens from text, from a UTF-8 file and
+        // from its own saved copy in UTF-16, so that open, save, open works for large documents.
+        const std::string szHugeText(11 * 1000 * 1000, 'h');
+        const CString csHuge = CString::FromUtf8("<r>" + szHugeText + "\xC3\xA9</r>");
+        const std::filesystem::path pathHuge =
+            std::filesystem::temp_directory_path() /
+            ("CXMLParserTestHuge" + std::to_string(std::random_device()()));
+        std::ofstream(pathHuge, std::ios::binary) << csHuge.ToUtf8();
+        const CString csHugeFile = CString::FromUtf8(pathHuge.string());
+        CPPUNIT_ASSERT(doc.Open(csHuge, FALSE));
+        CPPUNIT_ASSERT(doc.Open(csHugeFile, TRUE));
+        CPPUNIT_ASSERT_EQUAL(int(szHugeText.size()) + 1, doc.GetNodeValue(u"/r").GetLength());
+        {
+            std::ofstream file(pathHuge, std::ios::binary | std::ios::trunc);
+            file << "\xFF\xFE";
+            for (const char16_t ch : u"<?xml version=\"1.0\" encoding=\"UTF-16\"?>" + csHuge.Str())
+                file << static_cast<char>(ch & 0xFF) << static_cast<char>(ch >> 8);
+        }
+        CPPUNIT_ASSERT(doc.Open(csHugeFile, TRUE));
+        CPPUNIT_ASSERT(doc.GetNodeValue(u"/r").Right(2) == u"h\u00E9");
+        std::filesystem::remove(pathHuge);
 
         // Damaged copies of a good document either fail to open or answer as any document does.
         CXMLDocument docGood = NewDocument();
@@ -208,7 +238,8 @@ public:
         }
 
         // Entities of a sensible size stay usable.
-        CPPUNIT_ASSERT(doc.Open(u"<!DOCTYPE r [<!ENTITY n \"Tess\"><!ENTITY m \"&n;&n;\">]><r>&m;!</r>", FALSE));
+        CPPUNIT_ASSERT(
+            doc.Open(u"<!DOCTYPE r [<!ENTITY n \"Tess\"><!ENTITY m \"&n;&n;\">]><r>&m;!</r>", FALSE));
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/r") == u"TessTess!");
     }
 

@@ -1,8 +1,6 @@
 #include "CFindAllSearcher.h"
 
-#include "Platform/NativePath.h"
-
-#include <sys/stat.h>
+#include "Platform/FileOperations.h"
 
 CFindAllSearcher::CFindAllSearcher(IFileList* pFiles, const CString& csPattern, DWORD dwFlags)
     : m_pFiles(pFiles), m_csPattern(csPattern), m_dwFlags(dwFlags & ~SF_UP)
@@ -24,11 +22,7 @@ BOOL CFindAllSearcher::LoadNextFile()
         if (csFile.IsEmpty())
             return FALSE;
         // Only regular files: a pipe or a device could block the load or never end.
-        struct stat st
-        {
-        };
-        if (::stat(ToNativePath(csFile).c_str(), &st) == 0 && S_ISREG(st.st_mode) &&
-            m_store.LoadFromFile(csFile))
+        if (IsRegularFile(csFile) && m_store.LoadFromFile(csFile))
         {
             m_csFile = csFile;
             ++m_nFilesSearched;

@@ -4,6 +4,9 @@
 #include "Tessaroline/Components/Find/CFileDirList.h"
 #include "Tessaroline/Components/Find/CFindAllSearcher.h"
 
+#include "Edit/Model/CEditTextStore.h"
+#include "Platform/NativePath.h"
+
 #include <cppunit/extensions/HelperMacros.h>
 #include <filesystem>
 #include <fstream>
@@ -21,7 +24,7 @@ std::map<std::string, int> CountByFile(const CFindAllSearcher& searcher)
     std::map<std::string, int> aCounts;
     for (const auto& hit : searcher.GetHits())
     {
-        const std::string szPath = hit.csFile.ToUtf8();
+        const std::string szPath = ToNativePath(hit.csFile);
         ++aCounts[szPath.substr(szPath.rfind('/') + 1)];
     }
     return aCounts;
@@ -89,19 +92,44 @@ public:
             CPPUNIT_ASSERT_EQUAL(aExpected[i][2], aHits[i].nEnd);
         }
 
-        // A binary file is loaded as far as the text reader takes it (it stops at control characters);
-        // a dangling link and a pipe are passed over.
+        // Text behind control characters is found; a UTF-8 file without a mark is read as UTF-8;
+        // names that are not UTF-8 or hold a backslash are listed, searched and opened again; a
+        // dangling link and a pipe are passed over.
         const CTempFolder temp("TessarolineFindAllTest");
         const auto& root = temp.GetPath();
+        std::filesystem::create_directories(root / "sub\xC3(");
         const char szBinary[] = "\0\1\2 find \x80\x81\n\0find";
         std::ofstream(root / "a.bin", std::ios::binary) << std::string(szBinary, sizeof(szBinary) - 1);
+        std::ofstream(root / "f\xC3\xBCr.txt", std::ios::binary) << "gr\xC3\xBC\xC3\x9F e f\xC3\xBCr alle\n";
+        std::ofstream(root / "name\xFF\xFE.txt", std::ios::binary) << "find";
+        std::ofstream(root / "sub\xC3(" / "in.txt", std::ios::binary) << "x find";
+        std::ofstream(root / "back\\slash.txt", std::ios::binary) << "\nfind";
         std::filesystem::create_symlink(root / "gone", root / "b.txt");
         CPPUNIT_ASSERT_EQUAL(0, ::mkfifo((root / "c.pipe").c_str(), 0600));
-        CFileDirList odd;
-        odd.SetFolders(CString::FromUtf8(root.string()));
-        CFindAllSearcher oddSearcher(&odd, u"find", 0);
-        oddSearcher.Run();
-        CPPUNIT_ASSERT(oddSearcher.GetFilesSearched() == 1 && oddSearcher.GetFilesSkipped() == 2);
+        const struct
+        {
+            const char16_t* szPattern;
+            CCounts aCounts;
+        } aOddCases[] = {
+            {u"find", {{"a.bin", 2}, {"name\xFF\xFE.txt", 1}, {"in.txt", 1}, {"back\\slash.txt", 1}}},
+            {u"f\u00FCr", {{"f\xC3\xBCr.txt", 1}}},
+        };
+        for (const auto& test : aOddCases)
+        {
+            CFileDirList odd;
+            odd.SetFolders(CString::FromUtf8(root.string()));
+            odd.SetRecursive(TRUE);
+            CFindAllSearcher oddSearcher(&odd, test.szPattern, 0);
+            oddSearcher.Run();
+            CPPUNIT_ASSERT(test.aCounts == CountByFile(oddSearcher));
+            CPPUNIT_ASSERT_EQUAL(5, oddSearcher.GetFilesSearched());
+            CPPUNIT_ASSERT_EQUAL(2, oddSearcher.GetFilesSkipped());
+            for (const auto& hit : oddSearcher.GetHits())
+            {
+                CEditTextStore store;
+                CPPUNIT_ASSERT_MESSAGE(hit.csFile.ToUtf8(), store.LoadFromFile(hit.csFile));
+            }
+        }
 
         // A bad expression is the caller's error.
         CFileDirList again;
