@@ -248,7 +248,11 @@ void CParser::OnLinesChanged(int nFirstLine, int nOldCount, int nNewCount)
     const int nDelta = nNewCount - nOldCount;
     if (m_nKnown > nFirstLine)
     {
-        if (m_nKnown >= nFirstLine + nOldCount)
+        if (m_nKnown >= nFirstLine + nOldCount && nOldCount == nNewCount)
+        {
+            // Lines changed in place: the states stay where they are, as candidates.
+        }
+        else if (m_nKnown >= nFirstLine + nOldCount)
         {
             // Keep the states behind the change, moved, as candidates for convergence.
             auto itFirst = m_aEndState.begin() + nFirstLine;
@@ -262,9 +266,15 @@ void CParser::OnLinesChanged(int nFirstLine, int nOldCount, int nNewCount)
             m_nKnown = nFirstLine;
         }
     }
-    if (m_nDirtyEnd > nFirstLine + nOldCount)
-        m_nDirtyEnd += nDelta;
-    m_nDirtyEnd = std::max(m_nDirtyEnd, nFirstLine + nNewCount);
+    // A range still waiting to be lexed again grows by this one; otherwise this one alone is.
+    if (m_nDirtyEnd > m_nValid)
+    {
+        if (m_nDirtyEnd > nFirstLine + nOldCount)
+            m_nDirtyEnd += nDelta;
+        m_nDirtyEnd = std::max(m_nDirtyEnd, nFirstLine + nNewCount);
+    }
+    else
+        m_nDirtyEnd = nFirstLine + nNewCount;
     m_nValid = std::min(m_nValid, nFirstLine);
     m_nDirtyEnd = std::max(m_nDirtyEnd, m_nValid);
     m_mapRegions.clear();
