@@ -5,7 +5,11 @@
 #include "Colorer/CParserSettings.h"
 #include "Colorer/tests/ParserTestHelpers.h"
 
+#include "Colorer/CTextBufferLinesStorage.h"
+
+#include "Edit/Model/CTextBuffer.h"
 #include "Edit/Model/ITextColorBuffer.h"
+#include "Edit/Model/IUndoRedoBuffer.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <random>
@@ -65,6 +69,7 @@ class CParserTest : public CppUnit::TestFixture
     CPPUNIT_TEST(BadInputTest);
     CPPUNIT_TEST(PaintTest);
     CPPUNIT_TEST(FoldRegionsTest);
+    CPPUNIT_TEST(TextBufferTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -341,6 +346,28 @@ public:
             CPPUNIT_ASSERT_MESSAGE(std::to_string(k), aExpected[k].ptStart == aRegions[k].m_ptStart);
             CPPUNIT_ASSERT_MESSAGE(std::to_string(k), aExpected[k].ptEnd == aRegions[k].m_ptEnd);
         }
+    }
+    void TextBufferTest()
+    {
+        // Over a text buffer, edits and their undo reach the parser as changes of lines.
+        CTextBuffer buffer;
+        buffer.Create();
+        CPoint ptEnd;
+        buffer.InsertText(CPoint(0, 0), u"<p>\r\n<script>\r\nvar a;\r\n</script>", ptEnd);
+        CTextBufferLinesStorage storage(&buffer);
+        auto pParser = CParserFactory::Instance()->CreateParser(&storage, u"html");
+        CPPUNIT_ASSERT_EQUAL(std::string("jvScript:Keyword"),
+                             Utf8(pParser->GetRegion(CPoint(1, 2)).m_pRegion->region->getName()));
+        buffer.InsertText(CPoint(0, 1), u"<!--", ptEnd);
+        CPPUNIT_ASSERT_EQUAL(std::string("html:Comment"),
+                             Utf8(pParser->GetRegion(CPoint(1, 2)).m_pRegion->region->getName()));
+        buffer.GetUndoRedoBuffer()->Undo();
+        CPPUNIT_ASSERT_EQUAL(std::string("jvScript:Keyword"),
+                             Utf8(pParser->GetRegion(CPoint(1, 2)).m_pRegion->region->getName()));
+        buffer.DeleteText(CPoint(3, 0), CPoint(0, 2));
+        CPPUNIT_ASSERT_EQUAL(std::string("html:Text"),
+                             Utf8(pParser->GetRegion(CPoint(5, 0)).m_pRegion->region->getName()));
+        CPPUNIT_ASSERT_EQUAL(2, storage.GetLinesCount());
     }
 };
 
