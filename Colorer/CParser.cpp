@@ -6,6 +6,7 @@
 #include "Colorer/CParserFactory.h"
 #include "Colorer/CParserSettings.h"
 
+#include "Edit/Model/IOutliningBuffer.h"
 #include "Edit/Model/ITextColorBuffer.h"
 
 #include <algorithm>
@@ -909,7 +910,7 @@ void CParser::GetFoldRegions(std::vector<SFoldRegion>& aRegions)
         return;
     for (const auto& e : GetElements())
         if (e.bClosed && e.ptCloseEnd.y > e.ptOpenStart.y)
-            aRegions.push_back({e.ptOpenStart, e.ptCloseEnd});
+            aRegions.push_back({e.ptOpenStart, e.ptCloseEnd, u"element"});
     std::vector<CPoint> aBraces;
     std::vector<CLexer::SToken> aTokens;
     CPoint ptComment(-1, -1);
@@ -937,7 +938,7 @@ void CParser::GetFoldRegions(std::vector<SFoldRegion>& aRegions)
             if (ptComment.y >= 0 && t.nKind != RK_TEXT)
             {
                 if (ptCommentEnd.y > ptComment.y)
-                    aRegions.push_back({ptComment, ptCommentEnd});
+                    aRegions.push_back({ptComment, ptCommentEnd, u"comment"});
                 ptComment = CPoint(-1, -1);
             }
             if (t.nKind != RK_OPERATOR || CLanguageTable::Get(t.nLang).m_bMarkup)
@@ -949,14 +950,24 @@ void CParser::GetFoldRegions(std::vector<SFoldRegion>& aRegions)
                 else if (csLine[c] == u'}' && !aBraces.empty())
                 {
                     if (aBraces.back().y < nLine)
-                        aRegions.push_back({aBraces.back(), CPoint(c + 1, nLine)});
+                        aRegions.push_back({aBraces.back(), CPoint(c + 1, nLine), u"block"});
                     aBraces.pop_back();
                 }
             }
         }
     }
     if (ptComment.y >= 0 && ptCommentEnd.y > ptComment.y)
-        aRegions.push_back({ptComment, ptCommentEnd});
+        aRegions.push_back({ptComment, ptCommentEnd, u"comment"});
     std::sort(aRegions.begin(), aRegions.end(),
               [](const SFoldRegion& a, const SFoldRegion& b) { return Before(a.m_ptStart, b.m_ptStart); });
+}
+
+void CParser::FillOutlining(IOutliningBuffer* pOutlining)
+{
+    if (!pOutlining)
+        return;
+    std::vector<SFoldRegion> aRegions;
+    GetFoldRegions(aRegions);
+    for (const auto& region : aRegions)
+        pOutlining->AddOutliningBlock(region.m_ptStart, region.m_ptEnd, u"...", region.m_csType);
 }

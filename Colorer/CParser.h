@@ -51,6 +51,7 @@ public:
 
     void PaintLines(ITextColorBuffer* pColors, int nFirstLine, int nLastLine) override;
     void GetFoldRegions(std::vector<SFoldRegion>& aRegions) override;
+    void FillOutlining(IOutliningBuffer* pOutlining) override;
 
     // The tokens of a line, lexed from the end state of the line before.
     void GetLineTokens(int nLine, std::vector<CLexer::SToken>& aTokens);

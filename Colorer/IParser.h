@@ -13,6 +13,7 @@
 
 struct IParser;
 struct ITextColorBuffer;
+struct IOutliningBuffer;
 
 // What a parser tells its listeners; a listener may leave any of them empty.
 struct IParserEvents
@@ -63,4 +64,6 @@ struct IParser : public IEventsSender<IParserEvents>
     virtual void PaintLines(ITextColorBuffer* pColors, int nFirstLine, int nLastLine) = 0;
     // The stretches that can fold: elements over lines, brace blocks, comment blocks.
     virtual void GetFoldRegions(std::vector<SFoldRegion>& aRegions) = 0;
+    // Hands the fold regions to an outlining buffer, whose blocks of the same place they replace.
+    virtual void FillOutlining(IOutliningBuffer* pOutlining) = 0;
 };

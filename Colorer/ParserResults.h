@@ -70,6 +70,7 @@ struct SFoldRegion
 {
     CPoint m_ptStart; // the first character of the stretch
     CPoint m_ptEnd;   // behind its last character
+    CString m_csType; // "element", "block" or "comment"
 };
 
 // The result of a comment operation: the replacement of the range; "" says nothing can be done.

@@ -8,6 +8,7 @@
 #include "Colorer/CTextBufferLinesStorage.h"
 
 #include "Edit/Model/CTextBuffer.h"
+#include "Edit/Model/IOutliningBuffer.h"
 #include "Edit/Model/ITextColorBuffer.h"
 #include "Edit/Model/IUndoRedoBuffer.h"
 
@@ -346,6 +347,9 @@ public:
             CPPUNIT_ASSERT_MESSAGE(std::to_string(k), aExpected[k].ptStart == aRegions[k].m_ptStart);
             CPPUNIT_ASSERT_MESSAGE(std::to_string(k), aExpected[k].ptEnd == aRegions[k].m_ptEnd);
         }
+        CPPUNIT_ASSERT_EQUAL(
+            std::string("element block comment"),
+            Utf8(aRegions[1].m_csType + u" " + aRegions[2].m_csType + u" " + aRegions[3].m_csType));
     }
     void TextBufferTest()
     {
@@ -368,6 +372,14 @@ public:
         CPPUNIT_ASSERT_EQUAL(std::string("html:Text"),
                              Utf8(pParser->GetRegion(CPoint(5, 0)).m_pRegion->region->getName()));
         CPPUNIT_ASSERT_EQUAL(2, storage.GetLinesCount());
+        // The elements over lines become blocks of the buffer's outlining.
+        buffer.InsertText(CPoint(0, 1), u"<div>\r\n<i>\r\n</i>\r\n</div>\r\n", ptEnd);
+        pParser->FillOutlining(buffer.GetOutliningBuffer());
+        COutliningArray aBlocks;
+        buffer.GetOutliningBuffer()->GetBlocksInRange(CPoint(0, 0), CPoint(0, 6), aBlocks);
+        CPPUNIT_ASSERT_EQUAL(2, aBlocks.GetSize());
+        CPPUNIT_ASSERT(aBlocks[0]->GetStart() == CPoint(0, 1));
+        CPPUNIT_ASSERT(aBlocks[1]->GetStart() == CPoint(0, 2));
     }
 };
 
