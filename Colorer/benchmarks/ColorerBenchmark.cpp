@@ -108,6 +108,28 @@ void BM_CommentAtTop(benchmark::State& state)
     state.counters["lines_lexed"] = static_cast<double>(nLexed);
 }
 BENCHMARK(BM_CommentAtTop)->Unit(benchmark::kMicrosecond)->Iterations(20);
+void BM_LongLine10MB(benchmark::State& state)
+{
+    // One line of 10 MB of tags, attributes and script-like text: regions and queries in the middle.
+    CString csLine;
+    const CString csPiece(u"<a href='x' onclick=\"f(1, [2])\">t</a> {(");
+    while (csLine.GetLength() < (10 << 20))
+        csLine += csPiece;
+    CMemLinesStorage storage(csLine);
+    std::size_t nRecords = 0;
+    for (auto _ : state)
+    {
+        CParser parser(&storage, u"php");
+        nRecords = 0;
+        for (const LineRegion* p = parser.GetLineRegion(0); p; p = p->next)
+            ++nRecords;
+        CPoint ptStart, ptEnd;
+        benchmark::DoNotOptimize(parser.FindAroundTagBracket(CPoint(5 << 20, 0), ptStart, ptEnd));
+        benchmark::DoNotOptimize(parser.GetFuncInfo(CPoint(5 << 20, 0)));
+    }
+    state.counters["records"] = static_cast<double>(nRecords);
+}
+BENCHMARK(BM_LongLine10MB)->Unit(benchmark::kMillisecond)->Iterations(1);
 } // namespace
 
 BENCHMARK_MAIN();
