@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 #include <memory>
 #include <string_view>
 
@@ -286,11 +285,8 @@ void CParser::OnLinesChanged(int nFirstLine, int nOldCount, int nNewCount)
 
 void CParser::AssertValid() const
 {
-    assert(m_nValid >= 0 && m_nValid <= m_nKnown);
-    assert(static_cast<std::size_t>(m_nKnown) <= m_aEndState.size() || m_nKnown == 0);
-    for (int i = 0; i < m_nKnown; ++i)
-        assert(m_aEndState[static_cast<std::size_t>(i)] < m_aStates.size());
-    if (m_nValid > m_nKnown || m_aStates.size() != m_mapStates.size())
+    if (m_nValid < 0 || m_nValid > m_nKnown || static_cast<std::size_t>(m_nKnown) > m_aEndState.size() ||
+        m_aStates.size() != m_mapStates.size() || (m_pStorage && m_nKnown > m_pStorage->GetLinesCount()))
         throw CBaseParserExeption(u"Line states out of order", u"CParser::AssertValid");
     for (int i = 0; i < m_nKnown; ++i)
         if (m_aEndState[static_cast<std::size_t>(i)] >= m_aStates.size())

@@ -38,7 +38,8 @@ struct IParser : public IEventsSender<IParserEvents>
     // Brings the end states of all lines up to date.
     virtual void Parse() = 0;
 
-    // The regions of a line, ordered by start, valid until the text or the type changes.
+    // The regions of a line, ordered by start; null for a line outside the text. The list stays valid
+    // until the text or the type changes or a thousand other lines have been asked for.
     virtual const LineRegion* GetLineRegion(int nLine) = 0;
     // The same without the records of scheme stretches: one typed record per piece of the line.
     virtual const LineRegion* GetLineStyleRegion(int nLine) = 0;
