@@ -43,6 +43,19 @@ public:
     void ClearTextColors() override { m_aCalls.clear(); }
 };
 
+// A listener that keeps the last of each notification.
+class CParserListener : public IParserEvents
+{
+public:
+    int m_nTypeChanges = 0;  // OnTypeChanged calls
+    int m_nInvalidFrom = -1; // the line of the last OnLinesInvalidated
+    int m_nParsedTo = -1;    // the line of the last OnParsed
+
+    void OnTypeChanged(IParser*) override { ++m_nTypeChanges; }
+    void OnLinesInvalidated(IParser*, int nFirstLine) override { m_nInvalidFrom = nFirstLine; }
+    void OnParsed(IParser*, int nLastLine) override { m_nParsedTo = nLastLine; }
+};
+
 CString Repeat(const CString& csLine, int nCount)
 {
     CString cs;
@@ -139,7 +152,11 @@ public:
     {
         SDocument doc(ReadTestFile(u"test3.html"), u"html");
         CPPUNIT_ASSERT_EQUAL(0, doc.pParser->GetValidLinesCount());
+        CParserListener listener;
+        doc.pParser->AddEventsHandler(&listener);
         const std::string szBefore = DescribeRegions(*doc.pParser, doc.storage.GetLinesCount());
+        // Asking for the regions of every line has lexed all of them.
+        CPPUNIT_ASSERT_EQUAL(doc.storage.GetLinesCount() - 1, listener.m_nParsedTo);
         doc.pParser->Parse();
         CPPUNIT_ASSERT_EQUAL(doc.storage.GetLinesCount(), doc.pParser->GetValidLinesCount());
         doc.pParser->AssertValid();
@@ -148,6 +165,13 @@ public:
         const long long nLexed = doc.pParser->GetLexedLinesCount();
         doc.pParser->Parse();
         CPPUNIT_ASSERT_EQUAL(nLexed, doc.pParser->GetLexedLinesCount());
+        // An edit tells from which line the regions changed; a new type tells so too.
+        doc.storage.InsertText(CPoint(2, 4), u"/*");
+        CPPUNIT_ASSERT_EQUAL(4, listener.m_nInvalidFrom);
+        doc.pParser->SetType(u"php");
+        CPPUNIT_ASSERT_EQUAL(1, listener.m_nTypeChanges);
+        CPPUNIT_ASSERT_EQUAL(1, doc.pParser->RemoveEventsHandler(&listener));
+        CPPUNIT_ASSERT_EQUAL(0, doc.pParser->RemoveEventsHandler(&listener));
     }
     void LazyLexTest()
     {
