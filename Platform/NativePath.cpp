@@ -79,7 +79,8 @@ std::string ToNativePath(const CString& csPath)
     std::string szPath;
     Utf16ToUtf8Kept(csPath.Str(), szPath);
     // A name on this system may hold a "\\": a path that exists as written is taken as it is.
-    // Otherwise the "\\" are separators of a design path, and its letter case is looked up.
+    // Otherwise the "\\" are separators of a path written for a case-insensitive file system, and its
+    // letter case is looked up.
     if (szPath.empty() || Exists(szPath))
         return szPath;
     if (szPath.find('\\') != std::string::npos)
