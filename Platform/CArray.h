@@ -1,4 +1,6 @@
 // CArray: a growing array with a fixed growth rule, zeroed new elements and checked indexes.
+// Elements may be move-only (such as std::unique_ptr): they are moved in by the rvalue overloads and
+// moved, not copied, when the array grows. Copying operations are only usable for copyable elements.
 #pragma once
 
 #include "CException.h"
@@ -13,6 +15,9 @@ template <typename TYPE> struct CArchiveRawElements; // CArchive.h
 
 template <typename TYPE, typename ARG_TYPE = const TYPE&> class CArray
 {
+    // Whether elements are passed by reference (then rvalue overloads move them in) or by value.
+    static constexpr bool BY_REFERENCE = std::is_reference_v<ARG_TYPE>;
+
 public:
     CArray() = default;
     CArray(const CArray&) = default;
@@ -34,13 +39,17 @@ public:
         if (nGrowBy >= 0)
             m_nGrowBy = nGrowBy;
         Reserve(nNewSize);
-        m_aData.resize(static_cast<std::size_t>(nNewSize), TYPE{});
+        m_aData.resize(static_cast<std::size_t>(nNewSize)); // value-initialised: zero
     }
 
     [[nodiscard]] const TYPE& GetAt(int nIndex) const { return m_aData[Check(nIndex)]; }
     [[nodiscard]] TYPE& GetAt(int nIndex) { return m_aData[Check(nIndex)]; }
     TYPE& ElementAt(int nIndex) { return m_aData[Check(nIndex)]; }
-    void SetAt(int nIndex, ARG_TYPE newElement) { m_aData[Check(nIndex)] = newElement; }
+    void SetAt(int nIndex, ARG_TYPE newElement) { m_aData[Check(nIndex)] = Pass(newElement); }
+    void SetAt(int nIndex, TYPE&& newElement) requires BY_REFERENCE
+    {
+        m_aData[Check(nIndex)] = std::move(newElement);
+    }
     const TYPE& operator[](int nIndex) const { return GetAt(nIndex); }
     TYPE& operator[](int nIndex) { return GetAt(nIndex); }
 
@@ -52,15 +61,38 @@ public:
     {
         if (nIndex < 0)
             AfxThrowInvalidArgException();
+        TYPE value = Pass(newElement); // the argument may refer into this array
         if (nIndex >= GetSize())
             SetSize(nIndex + 1);
-        m_aData[static_cast<std::size_t>(nIndex)] = newElement;
+        m_aData[static_cast<std::size_t>(nIndex)] = std::move(value);
+    }
+    void SetAtGrow(int nIndex, TYPE&& newElement) requires BY_REFERENCE
+    {
+        if (nIndex < 0)
+            AfxThrowInvalidArgException();
+        TYPE value = std::move(newElement);
+        if (nIndex >= GetSize())
+            SetSize(nIndex + 1);
+        m_aData[static_cast<std::size_t>(nIndex)] = std::move(value);
     }
 
     int Add(ARG_TYPE newElement)
     {
+        if (GetSize() < GetAllocSize())
+            m_aData.push_back(Pass(newElement));
+        else
+        {
+            TYPE value = Pass(newElement); // the argument may refer into the storage that growth frees
+            Reserve(GetSize() + 1);
+            m_aData.push_back(std::move(value));
+        }
+        return GetSize() - 1;
+    }
+    int Add(TYPE&& newElement) requires BY_REFERENCE
+    {
+        TYPE value = std::move(newElement);
         Reserve(GetSize() + 1);
-        m_aData.push_back(newElement);
+        m_aData.push_back(std::move(value));
         return GetSize() - 1;
     }
 
@@ -85,11 +117,25 @@ public:
             AfxThrowInvalidArgException();
         if (nCount == 0)
             return;
-        TYPE copy = newElement; // the argument may refer into this array
+        TYPE value = Pass(newElement); // the argument may refer into this array
         if (nIndex >= GetSize())
             SetSize(nIndex);
         Reserve(GetSize() + nCount);
-        m_aData.insert(m_aData.begin() + nIndex, static_cast<std::size_t>(nCount), copy);
+        if (nCount == 1)
+            m_aData.insert(m_aData.begin() + nIndex, std::move(value));
+        else
+            m_aData.insert(m_aData.begin() + nIndex, static_cast<std::size_t>(nCount), value);
+    }
+    // Moves one element in before nIndex; an index behind the end grows the array up to it first.
+    void InsertAt(int nIndex, TYPE&& newElement) requires BY_REFERENCE
+    {
+        if (nIndex < 0)
+            AfxThrowInvalidArgException();
+        TYPE value = std::move(newElement);
+        if (nIndex >= GetSize())
+            SetSize(nIndex);
+        Reserve(GetSize() + 1);
+        m_aData.insert(m_aData.begin() + nIndex, std::move(value));
     }
 
     void InsertAt(int nStartIndex, const CArray* pNewArray)
@@ -135,6 +181,16 @@ public:
     friend bool operator==(const CArray& a, const CArray& b) { return a.m_aData == b.m_aData; }
 
 protected:
+    // An element passed by value is this call's own copy and is moved on; one passed by reference is
+    // copied.
+    static decltype(auto) Pass(ARG_TYPE& newElement) noexcept
+    {
+        if constexpr (BY_REFERENCE)
+            return static_cast<ARG_TYPE>(newElement);
+        else
+            return std::move(newElement);
+    }
+
     std::size_t Check(int nIndex) const
     {
         if (nIndex < 0 || nIndex >= GetSize())

@@ -1,14 +1,21 @@
-// CList: a doubly linked list walked by POSITION values, as the components expect.
+// CList: a doubly linked list walked by POSITION values, as the components expect. Elements may be
+// move-only (such as std::unique_ptr): the rvalue overloads move them in, RemoveHead and RemoveTail
+// move them out.
 #pragma once
 
 #include "CException.h"
 
+#include <type_traits>
+#include <utility>
 
 // Opaque position of an element in a CList; null is before the first and behind the last.
 using POSITION = struct __POSITION*;
 
 template <typename TYPE, typename ARG_TYPE = const TYPE&> class CList
 {
+    // Whether elements are passed by reference (then rvalue overloads move them in) or by value.
+    static constexpr bool BY_REFERENCE = std::is_reference_v<ARG_TYPE>;
+
     struct CNode
     {
         CNode* pNext = nullptr;
@@ -19,12 +26,22 @@ template <typename TYPE, typename ARG_TYPE = const TYPE&> class CList
 public:
     CList() = default;
     CList(const CList& other) { AddTail(other); }
+    CList(CList&& other) noexcept { Swap(other); }
     CList& operator=(const CList& other)
     {
         if (this != &other)
         {
             RemoveAll();
             AddTail(other);
+        }
+        return *this;
+    }
+    CList& operator=(CList&& other) noexcept
+    {
+        if (this != &other)
+        {
+            RemoveAll();
+            Swap(other);
         }
         return *this;
     }
@@ -39,8 +56,16 @@ public:
     TYPE& GetTail() { return Node(Pos(m_pTail))->data; }
     const TYPE& GetTail() const { return Node(Pos(m_pTail))->data; }
 
-    POSITION AddHead(ARG_TYPE newElement) { return InsertBefore(GetHeadPosition(), newElement); }
-    POSITION AddTail(ARG_TYPE newElement) { return InsertAfter(GetTailPosition(), newElement); }
+    POSITION AddHead(ARG_TYPE newElement) { return InsertBefore(GetHeadPosition(), Pass(newElement)); }
+    POSITION AddTail(ARG_TYPE newElement) { return InsertAfter(GetTailPosition(), Pass(newElement)); }
+    POSITION AddHead(TYPE&& newElement) requires BY_REFERENCE
+    {
+        return InsertBefore(GetHeadPosition(), std::move(newElement));
+    }
+    POSITION AddTail(TYPE&& newElement) requires BY_REFERENCE
+    {
+        return InsertAfter(GetTailPosition(), std::move(newElement));
+    }
     void AddTail(const CList& other)
     {
         for (CNode* p = other.m_pHead; p; p = p->pNext)
@@ -49,13 +74,13 @@ public:
 
     TYPE RemoveHead()
     {
-        TYPE value = GetHead();
+        TYPE value = std::move(GetHead());
         RemoveAt(GetHeadPosition());
         return value;
     }
     TYPE RemoveTail()
     {
-        TYPE value = GetTail();
+        TYPE value = std::move(GetTail());
         RemoveAt(GetTailPosition());
         return value;
     }
@@ -97,7 +122,11 @@ public:
 
     TYPE& GetAt(POSITION position) { return Node(position)->data; }
     const TYPE& GetAt(POSITION position) const { return Node(position)->data; }
-    void SetAt(POSITION position, ARG_TYPE newElement) { Node(position)->data = newElement; }
+    void SetAt(POSITION position, ARG_TYPE newElement) { Node(position)->data = Pass(newElement); }
+    void SetAt(POSITION position, TYPE&& newElement) requires BY_REFERENCE
+    {
+        Node(position)->data = std::move(newElement);
+    }
 
     void RemoveAt(POSITION position)
     {
@@ -111,21 +140,18 @@ public:
     // Inserts before the element at position; a null position inserts at the head.
     POSITION InsertBefore(POSITION position, ARG_TYPE newElement)
     {
-        CNode* pAt = position ? Node(position) : m_pHead;
-        CNode* pNew = new CNode{pAt, pAt ? pAt->pPrev : m_pTail, newElement};
-        if (!pAt)
-            pNew->pPrev = nullptr;
-        Link(pNew);
-        return Pos(pNew);
+        return Before(position, Pass(newElement));
+    }
+    POSITION InsertBefore(POSITION position, TYPE&& newElement) requires BY_REFERENCE
+    {
+        return Before(position, std::move(newElement));
     }
 
     // Inserts behind the element at position; a null position inserts at the tail.
-    POSITION InsertAfter(POSITION position, ARG_TYPE newElement)
+    POSITION InsertAfter(POSITION position, ARG_TYPE newElement) { return After(position, Pass(newElement)); }
+    POSITION InsertAfter(POSITION position, TYPE&& newElement) requires BY_REFERENCE
     {
-        CNode* pAt = position ? Node(position) : m_pTail;
-        CNode* pNew = new CNode{pAt ? pAt->pNext : nullptr, pAt, newElement};
-        Link(pNew);
-        return Pos(pNew);
+        return After(position, std::move(newElement));
     }
 
     [[nodiscard]] POSITION Find(ARG_TYPE searchValue, POSITION startAfter = nullptr) const
@@ -147,6 +173,41 @@ public:
     }
 
 private:
+    // An element passed by value is this call's own copy and is moved on; one passed by reference is
+    // copied.
+    static decltype(auto) Pass(ARG_TYPE& newElement) noexcept
+    {
+        if constexpr (BY_REFERENCE)
+            return static_cast<ARG_TYPE>(newElement);
+        else
+            return std::move(newElement);
+    }
+
+    template <typename U> POSITION Before(POSITION position, U&& newElement)
+    {
+        CNode* pAt = position ? Node(position) : m_pHead;
+        CNode* pNew = new CNode{pAt, pAt ? pAt->pPrev : m_pTail, std::forward<U>(newElement)};
+        if (!pAt)
+            pNew->pPrev = nullptr;
+        Link(pNew);
+        return Pos(pNew);
+    }
+
+    template <typename U> POSITION After(POSITION position, U&& newElement)
+    {
+        CNode* pAt = position ? Node(position) : m_pTail;
+        CNode* pNew = new CNode{pAt ? pAt->pNext : nullptr, pAt, std::forward<U>(newElement)};
+        Link(pNew);
+        return Pos(pNew);
+    }
+
+    void Swap(CList& other) noexcept
+    {
+        std::swap(m_pHead, other.m_pHead);
+        std::swap(m_pTail, other.m_pTail);
+        std::swap(m_nCount, other.m_nCount);
+    }
+
     static POSITION Pos(CNode* p) noexcept { return reinterpret_cast<POSITION>(p); }
     static CNode* Node(POSITION pos)
     {

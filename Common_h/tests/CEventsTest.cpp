@@ -70,9 +70,11 @@ public:
             d('d', strJournal, sender);
 
         // Twice registered is registered once; one removal takes it, a second finds nothing.
-        CPPUNIT_ASSERT(sender.AddEventsHandler(&a) == 0 && sender.AddEventsHandler(&a) == 0);
+        CPPUNIT_ASSERT(sender.AddEventsHandler(&a) == 0);
+        CPPUNIT_ASSERT(sender.AddEventsHandler(&a) == 0);
         CPPUNIT_ASSERT_EQUAL(1, sender.m_aHandlers.GetSize());
-        CPPUNIT_ASSERT(sender.RemoveEventsHandler(&a) == 1 && sender.RemoveEventsHandler(&a) == 0);
+        CPPUNIT_ASSERT(sender.RemoveEventsHandler(&a) == 1);
+        CPPUNIT_ASSERT(sender.RemoveEventsHandler(&a) == 0);
 
         // Order of registration; a handler added during delivery gets the same event; one that
         // removes itself makes the next one miss this event, but not the later ones.

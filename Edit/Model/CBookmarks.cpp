@@ -214,6 +214,19 @@ IBookmarks::IBookmarkItem* CBookmarks::FindItem(int nLine)
     return nullptr;
 }
 
+void CBookmarks::AssertValid()
+{
+    for (int i = 0; i < GetSize(); ++i)
+    {
+        IBookmarkItem* pItem = GetAt(i);
+        if (!pItem || (i > 0 && GetAt(i - 1)->GetLine() > pItem->GetLine()))
+            AfxThrowInvalidArgException();
+        for (int j = 0; j < i; ++j)
+            if (GetAt(j) == pItem)
+                AfxThrowInvalidArgException();
+    }
+}
+
 int CBookmarks::GetInsertIndex(int nLine) const
 {
     int nIndex = 0;

@@ -112,6 +112,10 @@ public:
 
     [[nodiscard]] const CImageStrip& GetImages() const noexcept { return m_images; }
 
+    // Checks the items: none null, none held twice, sorted by line. Raises the invalid-argument
+    // exception on the first fault found.
+    void AssertValid();
+
 private:
     // The first item on nLine, scanning up to the first item behind it; null if there is none.
     IBookmarkItem* FindItem(int nLine);

@@ -17,25 +17,14 @@ void CChangeTextContext::ChangePoints(CArray<CPoint>* pPoints)
         m_aContexts[i]->ChangePoints(pPoints);
 }
 
-void CChangeTextContext::Add(CChangeTextContextBase* pContext)
+void CChangeTextContext::Add(std::unique_ptr<CChangeTextContextBase> pContext)
 {
-    if (!pContext)
-        return;
-    try
-    {
-        m_aContexts.Add(pContext);
-    }
-    catch (...)
-    {
-        delete pContext;
-        throw;
-    }
+    if (pContext)
+        m_aContexts.Add(std::move(pContext));
 }
 
 void CChangeTextContext::Clear()
 {
-    for (int i = 0; i < m_aContexts.GetSize(); ++i)
-        delete m_aContexts[i];
     // The storage is kept: the buffer clears its context around every edit.
     m_aContexts.SetSize(0);
 }

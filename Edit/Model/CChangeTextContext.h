@@ -5,6 +5,8 @@
 
 #include "Platform/CArray.h"
 
+#include <memory>
+
 class CChangeTextContext : public IChangeContext
 {
 public:
@@ -17,13 +19,13 @@ public:
     void ChangePoint(CPoint* pPoint, BOOL bEnd) override;
     void ChangePoints(CArray<CPoint>* pPoints) override;
 
-    // Appends the context of the next edit; this object owns it from here on.
-    void Add(CChangeTextContextBase* pContext);
+    // Appends the context of the next edit; null is ignored.
+    void Add(std::unique_ptr<CChangeTextContextBase> pContext);
     // Destroys the contexts and empties the group.
     virtual void Clear();
 
     [[nodiscard]] int GetCount() const noexcept { return m_aContexts.GetSize(); }
 
 private:
-    CArray<CChangeTextContextBase*, CChangeTextContextBase*> m_aContexts; // owned, in order of the edits
+    CArray<std::unique_ptr<CChangeTextContextBase>> m_aContexts; // owned, in order of the edits
 };

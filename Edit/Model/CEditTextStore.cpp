@@ -59,6 +59,13 @@ void CEditTextStore::Clear()
     m_aLines.RemoveAll();
 }
 
+void CEditTextStore::AssertValid() const
+{
+    for (const CString& csLine : m_aLines)
+        if (csLine.Find(SZ_EOL) >= 0)
+            AfxThrowInvalidArgException();
+}
+
 void CEditTextStore::ReserveLines(int nMore)
 {
     // The array's own rule grows a large array by 1024 elements at most, which makes loading and

@@ -42,6 +42,10 @@ public:
     // Drops all lines, leaving none: the state between two documents.
     virtual void Clear();
 
+    // Checks that no line holds the line break "\r\n" (lines are separated by the array, never inside
+    // one). Raises the invalid-argument exception on the first fault found.
+    void AssertValid() const;
+
 protected:
     // Makes room for nMore further lines so that large documents grow in few steps.
     void ReserveLines(int nMore);

@@ -2,12 +2,6 @@
 
 #include "Edit/Model/ITextBuffer.h"
 
-COutliningBuffer::~COutliningBuffer()
-{
-    for (COutliningBlock1* pBlock : *this)
-        delete pBlock;
-}
-
 void COutliningBuffer::UpdateBlocks(IChangeContext* pContext)
 {
     if (!pContext)
@@ -20,8 +14,7 @@ void COutliningBuffer::UpdateBlocks(IChangeContext* pContext)
         if (pBlock->GetStart() == pBlock->GetEnd())
         {
             // Kept alive, not destroyed: a view may still hold it until the document ends.
-            m_aDropped.emplace_back(pBlock);
-            RemoveAt(i);
+            m_aDropped.push_back(Detach(i));
         }
         else
             ++i;
@@ -85,9 +78,9 @@ IOutlining* COutliningBuffer::AddOutliningBlock(const CPoint& ptStart, const CPo
     if (ptStart.y != ptEnd.y)
     {
         auto pNew = std::make_unique<COutliningBlock1>(this, ptStart, ptEnd, csCollapsedText, csType);
-        OnBeforeAddBlock(pNew.get());
-        InsertAt(i, pNew.get());
-        COutliningBlock1* pAdded = pNew.release();
+        COutliningBlock1* pAdded = pNew.get();
+        OnBeforeAddBlock(pAdded);
+        InsertAt(i, std::move(pNew));
         OnAfterAddBlock(pAdded);
     }
     else if (i > 0 && !COutliningBlock::IsBefore(GetAt(i - 1)->GetEnd(), ptEnd))
@@ -305,10 +298,38 @@ void COutliningBuffer::RemoveBlock(IOutlining* pBlock)
 
 void COutliningBuffer::RemoveBlockAt(int nIndex)
 {
-    std::unique_ptr<COutliningBlock1> pBlock(GetAt(nIndex));
-    OnBeforeRemoveBlock(pBlock.get());
-    RemoveAt(nIndex);
-    OnAfterRemoveBlock(pBlock.get());
+    COutliningBlock1* pBlock = GetAt(nIndex);
+    OnBeforeRemoveBlock(pBlock);
+    const std::unique_ptr<COutliningBlock1> pRemoved = Detach(nIndex);
+    OnAfterRemoveBlock(pBlock);
+}
+
+void COutliningBuffer::AssertValid()
+{
+    using B = COutliningBlock;
+    for (int i = 0; i < GetSize(); ++i)
+    {
+        COutliningBlock1* pA = GetAt(i);
+        const CPoint ptStartA = pA->GetStart(), ptEndA = pA->GetEnd();
+        if (!B::IsBefore(ptStartA, ptEndA))
+            AfxThrowInvalidArgException();
+        for (int j = i + 1; j < GetSize(); ++j)
+        {
+            COutliningBlock1* pB = GetAt(j);
+            const CPoint ptStartB = pB->GetStart(), ptEndB = pB->GetEnd();
+            if (pA == pB)
+                AfxThrowInvalidArgException();
+            // Crossing: one starts strictly inside the other and ends strictly behind it.
+            if ((B::IsBefore(ptStartA, ptStartB) && B::IsBefore(ptStartB, ptEndA) &&
+                 B::IsBefore(ptEndA, ptEndB)) ||
+                (B::IsBefore(ptStartB, ptStartA) && B::IsBefore(ptStartA, ptEndB) &&
+                 B::IsBefore(ptEndB, ptEndA)))
+                AfxThrowInvalidArgException();
+            // A region goes before the first one that lies wholly behind it.
+            if (!B::IsBefore(ptStartA, ptEndB))
+                AfxThrowInvalidArgException();
+        }
+    }
 }
 
 void COutliningBuffer::OnAfterInsert(ITextBuffer*, const CPoint&, const CString&, const CPoint&,

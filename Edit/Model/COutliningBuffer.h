@@ -7,14 +7,14 @@
 #include "Edit/Model/IOutliningStorage.h"
 
 #include "Common_h/CEventHandlers.h"
-#include "Platform/CArray.h"
+#include "Platform/COwningPtrArray.h"
 
 #include <memory>
 #include <vector>
 
 // The array holds the regions it owns: a region comes behind every region it encloses and before
 // the first one that lies wholly behind it. Each change of a region is announced to the handlers.
-class COutliningBuffer : public CArray<COutliningBlock1*, COutliningBlock1*>,
+class COutliningBuffer : public COwningPtrArray<COutliningBlock1>,
                          public IOutliningStorage,
                          public CEmptyTextBufferEvents,
                          public IOutliningBuffer
@@ -24,7 +24,11 @@ public:
     COutliningBuffer(const COutliningBuffer&) = delete;
     COutliningBuffer& operator=(const COutliningBuffer&) = delete;
     // Destroys all regions without events, and those that edits took out.
-    ~COutliningBuffer() override;
+    ~COutliningBuffer() override = default;
+
+    // Checks the regions: each starts before it ends, no two cross, and none lies wholly before one
+    // ahead of it in the array. Raises the invalid-argument exception on the first fault found.
+    void AssertValid();
 
     // Passes each region through the context; a region that shrinks to nothing leaves the array
     // silently but stays alive until this buffer dies, as views may still hold it.

@@ -4,20 +4,98 @@
 #include "Edit/Model/CInsertTextContext.h"
 
 #include <algorithm>
+#include <exception>
 
 namespace
 {
 // The undo list grows by at least this many groups at a time.
 constexpr int MIN_GROUPS_GROW_BY = 1024;
+
+// Runs fn and drops any exception from it: used while another exception is on its way to the caller,
+// which is the one the caller should see.
+template <typename Fn> void RunDroppingExceptions(Fn&& fn) noexcept
+{
+    try
+    {
+        fn();
+    }
+    catch (...)
+    {
+    }
+}
+
+// Runs fn when a scope ends. Left by an exception, the scope drops a second one from fn, which would
+// otherwise end the process; left normally, fn's exception passes on.
+template <typename Fn> void CloseScope(int nUncaughtAtStart, Fn&& fn)
+{
+    if (std::uncaught_exceptions() > nUncaughtAtStart)
+        RunDroppingExceptions(fn);
+    else
+        fn();
+}
 } // namespace
+
+// ---- Scopes
+
+class CTextBuffer::CEditScope
+{
+public:
+    explicit CEditScope(CTextBuffer& buffer)
+        : m_buffer(buffer), m_bOpener(!buffer.m_pCurrentOperation), m_nUncaught(std::uncaught_exceptions())
+    {
+        if (m_bOpener)
+            m_buffer.BeginOperation(nullptr);
+    }
+    CEditScope(const CEditScope&) = delete;
+    CEditScope& operator=(const CEditScope&) = delete;
+    ~CEditScope() noexcept(false)
+    {
+        if (m_bOpener)
+            CloseScope(m_nUncaught, [this] { m_buffer.EndOperation(); });
+    }
+
+private:
+    CTextBuffer& m_buffer; // the buffer edited
+    bool m_bOpener;        // this scope opened the group and closes it
+    int m_nUncaught;       // exceptions in flight at the start, to tell unwinding apart
+};
+
+class CTextBuffer::CChangeScope
+{
+public:
+    explicit CChangeScope(CTextBuffer& buffer) : m_buffer(buffer), m_nUncaught(std::uncaught_exceptions())
+    {
+        ITextBuffer* pThis = &buffer;
+        try
+        {
+            m_buffer.SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnBeginChange(pThis); });
+        }
+        catch (...)
+        {
+            // The listeners that heard the beginning hear the end too.
+            RunDroppingExceptions([this] { m_buffer.SendEndChange(); });
+            throw;
+        }
+        m_buffer.m_ChangeContext.Clear();
+    }
+    CChangeScope(const CChangeScope&) = delete;
+    CChangeScope& operator=(const CChangeScope&) = delete;
+    ~CChangeScope() noexcept(false)
+    {
+        CloseScope(m_nUncaught, [this] { m_buffer.SendEndChange(); });
+    }
+
+private:
+    CTextBuffer& m_buffer; // the buffer undone or redone
+    int m_nUncaught;       // exceptions in flight at the start, to tell unwinding apart
+};
 
 // ---- COperation and the recorded edits
 
 CTextBuffer::COperation::~COperation()
 {
-    for (CTextOperationBase* pEdit : *this)
-        delete pEdit;
-    delete m_pOperation;
+    RemoveAll();
+    m_pOperation.reset();
 }
 
 void CTextBuffer::CInsertOperation::Undo()
@@ -65,12 +143,8 @@ void CTextBuffer::DestroyGroupsFrom(int nFirst)
 {
     // A position left at -1 by a failed undo after Close means the whole list.
     nFirst = std::max(nFirst, 0);
-    const int nCount = m_aOperations.GetSize();
-    if (nFirst >= nCount)
-        return;
-    for (int i = nFirst; i < nCount; ++i)
-        delete m_aOperations[i];
-    m_aOperations.SetSize(nFirst);
+    if (nFirst < m_aOperations.GetSize())
+        m_aOperations.SetSize(nFirst);
 }
 
 void CTextBuffer::Create()
@@ -156,7 +230,7 @@ void CTextBuffer::GetAllText(CString& csText)
 
 // ---- Edits
 
-BOOL CTextBuffer::InsertTextLowLevel(CPoint& ptStart, const CString& csText, CPoint& ptEnd)
+BOOL CTextBuffer::InsertTextLowLevel(CPoint& ptStart, const CString& csText, CPoint& ptEnd, bool bRecord)
 {
     m_Store.CheckPoint(ptStart);
     if (csText.IsEmpty())
@@ -168,13 +242,17 @@ BOOL CTextBuffer::InsertTextLowLevel(CPoint& ptStart, const CString& csText, CPo
     SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnBeforeInsert(pThis, ptStart, csText); });
     m_Store.InsertText(ptStart, csText, ptEnd);
     auto pContext = std::make_unique<CInsertTextContext>(ptStart, ptEnd);
+    IChangeContext* pEditContext = pContext.get();
+    m_ChangeContext.Add(std::move(pContext));
+    // A listener may have ended the group before the store changed; then there is nothing to record into.
+    if (bRecord && m_pCurrentOperation)
+        m_pCurrentOperation->Add(std::make_unique<CInsertOperation>(this, ptStart, ptEnd, csText));
     SendTextEvent([&](ITextBufferEvents* pHandler)
-                  { pHandler->OnAfterInsert(pThis, ptStart, csText, ptEnd, pContext.get()); });
-    m_ChangeContext.Add(pContext.release());
+                  { pHandler->OnAfterInsert(pThis, ptStart, csText, ptEnd, pEditContext); });
     return TRUE;
 }
 
-BOOL CTextBuffer::DeleteTextLowLevel(CPoint& ptStart, CPoint& ptEnd)
+BOOL CTextBuffer::DeleteTextLowLevel(CPoint& ptStart, CPoint& ptEnd, const CString& csDeleted, bool bRecord)
 {
     m_Store.CheckPoint(ptStart);
     m_Store.CheckPoint(ptEnd);
@@ -184,55 +262,46 @@ BOOL CTextBuffer::DeleteTextLowLevel(CPoint& ptStart, CPoint& ptEnd)
     SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnBeforeDelete(pThis, ptStart, ptEnd); });
     m_Store.DeleteText(ptStart, ptEnd);
     auto pContext = std::make_unique<CDeleteTextContext>(ptStart, ptEnd);
+    IChangeContext* pEditContext = pContext.get();
+    m_ChangeContext.Add(std::move(pContext));
+    if (bRecord && m_pCurrentOperation)
+        m_pCurrentOperation->Add(std::make_unique<CDeleteOperation>(this, ptStart, ptEnd, csDeleted));
     SendTextEvent([&](ITextBufferEvents* pHandler)
-                  { pHandler->OnAfterDelete(pThis, ptStart, ptEnd, pContext.get()); });
-    m_ChangeContext.Add(pContext.release());
+                  { pHandler->OnAfterDelete(pThis, ptStart, ptEnd, pEditContext); });
     return TRUE;
+}
+
+void CTextBuffer::CheckLine(int nLine)
+{
+    if (nLine < 0 || nLine >= m_Store.GetLinesCount())
+        AfxThrowInvalidArgException();
 }
 
 void CTextBuffer::InsertText(const CPoint& ptStart, const CString& csText, CPoint& ptEnd)
 {
+    CheckLine(ptStart.y);
     // Own copies: the caller's text may be a line of this very buffer, and its points may move
     // with the listeners.
     CPoint ptFrom = ptStart;
-    CString csInserted = csText;
-    const bool bOpened = !m_pCurrentOperation;
-    if (bOpened)
-        BeginOperation(nullptr);
-
+    const CString csInserted = csText;
+    CEditScope scope(*this);
     CPoint ptTo;
-    // A listener may have ended the group meanwhile; then there is nothing to record into.
-    if (InsertTextLowLevel(ptFrom, csInserted, ptTo) && m_pCurrentOperation)
-    {
-        auto pEdit = std::make_unique<CInsertOperation>(this, ptFrom, ptTo, std::move(csInserted));
-        m_pCurrentOperation->Add(pEdit.get());
-        pEdit.release();
-    }
+    InsertTextLowLevel(ptFrom, csInserted, ptTo, true);
     ptEnd = ptTo;
-
-    if (bOpened)
-        EndOperation();
 }
 
 void CTextBuffer::DeleteText(const CPoint& ptStart, const CPoint& ptEnd)
 {
+    CheckLine(ptStart.y);
+    CheckLine(ptEnd.y);
+    if (COutliningBlock::IsBefore(ptEnd, ptStart))
+        AfxThrowInvalidArgException();
     CPoint ptFrom = ptStart;
     CPoint ptTo = ptEnd;
-    const bool bOpened = !m_pCurrentOperation;
-    if (bOpened)
-        BeginOperation(nullptr);
-
+    CEditScope scope(*this);
     CString csDeleted;
     m_Store.GetText(ptFrom, ptTo, csDeleted);
-    if (DeleteTextLowLevel(ptFrom, ptTo) && m_pCurrentOperation)
-    {
-        auto pEdit = std::make_unique<CDeleteOperation>(this, ptFrom, ptTo, std::move(csDeleted));
-        m_pCurrentOperation->Add(pEdit.get());
-        pEdit.release();
-    }
-
-    if (bOpened)
-        EndOperation();
+    DeleteTextLowLevel(ptFrom, ptTo, csDeleted, true);
 }
 
 // ---- Undo groups
@@ -243,7 +312,32 @@ void CTextBuffer::BeginOperation(IEditOperation* pOperation)
     // lost.
     m_pCurrentOperation = std::make_unique<COperation>(pOperation);
     ITextBuffer* pThis = this;
-    SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnBeginChange(pThis); });
+    try
+    {
+        SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnBeginChange(pThis); });
+    }
+    catch (...)
+    {
+        // Nothing is left open: the empty group goes, and the listeners that heard the beginning
+        // hear the end.
+        RunDroppingExceptions([this] { EndOperation(); });
+        throw;
+    }
+    m_ChangeContext.Clear();
+}
+
+void CTextBuffer::SendEndChange()
+{
+    ITextBuffer* pThis = this;
+    try
+    {
+        SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnEndChange(pThis, &m_ChangeContext); });
+    }
+    catch (...)
+    {
+        m_ChangeContext.Clear(); // the contexts belong to the change that just ended
+        throw;
+    }
     m_ChangeContext.Clear();
 }
 
@@ -253,26 +347,23 @@ int CTextBuffer::EndOperation()
     if (!m_pCurrentOperation)
         return 0;
 
+    // The group is closed before the listeners hear of it, so that one that throws leaves none open.
+    std::unique_ptr<COperation> pGroup = std::move(m_pCurrentOperation);
     int nKept = 0;
-    if (m_pCurrentOperation->GetSize() == 0)
-        m_pCurrentOperation.reset();
-    else
+    if (pGroup->GetSize() > 0)
     {
         // A new group makes redo impossible.
         DestroyGroupsFrom(m_nPosition);
         const int nSize = m_aOperations.GetSize();
+        // The array's own step of at most 1024 would make a long session's undo list quadratic to build.
         if (nSize >= m_aOperations.GetAllocSize())
             m_aOperations.SetSize(nSize, std::max(nSize / 2, MIN_GROUPS_GROW_BY));
-        m_aOperations.Add(m_pCurrentOperation.get());
-        m_pCurrentOperation.release();
+        m_aOperations.Add(std::move(pGroup));
         ++m_nPosition;
         nKept = 1;
     }
-
-    ITextBuffer* pThis = this;
-    SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnEndChange(pThis, &m_ChangeContext); });
-    m_ChangeContext.Clear();
-    m_pCurrentOperation.reset();
+    pGroup.reset();
+    SendEndChange();
     return nKept;
 }
 
@@ -290,38 +381,27 @@ IEditOperation* CTextBuffer::Undo()
 {
     if (m_nPosition <= 0)
         return nullptr;
-    ITextBuffer* pThis = this;
-    SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnBeginChange(pThis); });
-    m_ChangeContext.Clear();
-
+    CChangeScope scope(*this);
     --m_nPosition;
     if (m_nPosition >= m_aOperations.GetSize())
         m_nPosition = m_aOperations.GetSize() - 1;
-    COperation* pGroup = m_aOperations.GetAt(m_nPosition);
+    COperation* pGroup = m_aOperations.GetAt(m_nPosition).get();
     for (int i = pGroup->GetSize() - 1; i >= 0; --i)
         pGroup->GetAt(i)->Undo();
-
-    SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnEndChange(pThis, &m_ChangeContext); });
-    m_ChangeContext.Clear();
-    return pGroup->m_pOperation;
+    return pGroup->m_pOperation.get();
 }
 
 IEditOperation* CTextBuffer::Redo()
 {
     if (m_nPosition >= m_aOperations.GetSize())
         return nullptr;
-    ITextBuffer* pThis = this;
-    SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnBeginChange(pThis); });
-    m_ChangeContext.Clear();
-
-    COperation* pGroup = m_aOperations.GetAt(m_nPosition);
+    CChangeScope scope(*this);
+    // The position moves first, as in Undo, so that a listener failing during the edits leaves the
+    // group counted as done, as the text is.
+    COperation* pGroup = m_aOperations.GetAt(m_nPosition++).get();
     for (int i = 0; i < pGroup->GetSize(); ++i)
         pGroup->GetAt(i)->Redo();
-    ++m_nPosition;
-
-    SendTextEvent([&](ITextBufferEvents* pHandler) { pHandler->OnEndChange(pThis, &m_ChangeContext); });
-    m_ChangeContext.Clear();
-    return pGroup->m_pOperation;
+    return pGroup->m_pOperation.get();
 }
 
 IEditOperation* CTextBuffer::GetOperation()
@@ -329,7 +409,24 @@ IEditOperation* CTextBuffer::GetOperation()
     // A position left stale by Close finds no group: null rather than an exception from a query.
     if (m_nPosition < 1 || m_nPosition > m_aOperations.GetSize())
         return nullptr;
-    return m_aOperations.GetAt(m_nPosition - 1)->m_pOperation;
+    return m_aOperations.GetAt(m_nPosition - 1)->m_pOperation.get();
+}
+
+void CTextBuffer::AssertValid()
+{
+    const int nGroups = m_aOperations.GetSize();
+    // Close keeps the positions while it drops the groups: only a created buffer holds them in range.
+    if (m_bCreated && (m_nPosition < 0 || m_nPosition > nGroups))
+        AfxThrowInvalidArgException();
+    for (const auto& pGroup : m_aOperations)
+        if (!pGroup || pGroup->IsEmpty())
+            AfxThrowInvalidArgException();
+    if (!m_pCurrentOperation && m_ChangeContext.GetCount() != 0)
+        AfxThrowInvalidArgException();
+    if (!m_bCreated && m_Store.GetLinesCount() != 0)
+        AfxThrowInvalidArgException();
+    m_Store.AssertValid();
+    m_OutliningBuffer.AssertValid();
 }
 
 // ---- Listeners
@@ -405,7 +502,6 @@ void CTextBuffer::DeleteLinesMarkers()
 {
     // The first source is destroyed through its virtual destructor, not deallocated raw; the others
     // are only forgotten, as their owners expect.
-    if (m_aLinesMarkers.GetSize() > 0)
-        delete m_aLinesMarkers[0];
+    const std::unique_ptr<ILinesMarkers> pFirst(m_aLinesMarkers.IsEmpty() ? nullptr : m_aLinesMarkers[0]);
     m_aLinesMarkers.RemoveAll();
 }

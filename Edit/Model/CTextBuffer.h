@@ -12,6 +12,7 @@
 
 #include "Common_h/CEventHandlers.h"
 #include "Platform/CArray.h"
+#include "Platform/COwningPtrArray.h"
 
 #include <memory>
 
@@ -22,16 +23,14 @@ public:
 
     // One undo group: its recorded edits, owned, in the order they were made, and the caller's
     // description of the action (may be null), owned too.
-    class COperation : public CArray<CTextOperationBase*, CTextOperationBase*>
+    class COperation : public COwningPtrArray<CTextOperationBase>
     {
     public:
         explicit COperation(IEditOperation* pOperation) : m_pOperation(pOperation) {}
-        COperation(const COperation&) = delete;
-        COperation& operator=(const COperation&) = delete;
         // Destroys the edits in list order, then the description.
         ~COperation() override;
 
-        IEditOperation* m_pOperation; // handed back by Undo, Redo and GetOperation
+        std::unique_ptr<IEditOperation> m_pOperation; // handed back by Undo, Redo and GetOperation
     };
 
     // One recorded edit, undone and redone through the buffer's own insert and delete, so that
@@ -75,6 +74,11 @@ public:
         void Redo() override;
     };
 
+    // Opens a group for one edit when none is open, and closes it however the edit ends.
+    class CEditScope;
+    // Sends OnBeginChange and, however the undo or redo ends, OnEndChange.
+    class CChangeScope;
+
     CTextBuffer() = default;
     CTextBuffer(const CTextBuffer&) = delete;
     CTextBuffer& operator=(const CTextBuffer&) = delete;
@@ -104,7 +108,9 @@ public:
     BOOL LoadFromFile(const CString& csFile) override;
     // A successful save makes the current undo position the saved one.
     BOOL SaveToFile(const CString& csFile, BOOL bBackup, int nEncoding, int nEol) override;
-    // Both open a group of their own when none is open.
+    // Both open a group of their own when none is open. A line outside the document (and for a
+    // delete a range whose end lies before its start) raises the invalid-argument exception before
+    // anything is sent, opened or changed.
     void InsertText(const CPoint& ptStart, const CString& csText, CPoint& ptEnd) override;
     void DeleteText(const CPoint& ptStart, const CPoint& ptEnd) override;
     int GetEol() override;
@@ -129,18 +135,30 @@ public:
     void GetLinesMarkers(CArray<ILinesMarkers*, ILinesMarkers*>& aMarkers) override;
     void DeleteLinesMarkers() override;
 
+    // Checks the undo state and the parts: positions within the list, no empty group kept, no edit
+    // contexts left over outside a group, no lines without Create or a load, and the store and the
+    // outlining consistent. Raises the invalid-argument exception on the first fault found.
+    void AssertValid();
+
 protected:
     // The edit itself with its events and its context; no group is opened and nothing recorded.
     // The positions are corrected by the store's CheckPoint in place. FALSE if there was nothing to do.
-    BOOL InsertTextLowLevel(CPoint& ptStart, const CString& csText, CPoint& ptEnd);
-    BOOL DeleteTextLowLevel(CPoint& ptStart, CPoint& ptEnd);
+    // With bRecord the edit joins the open group, before the after-event goes out, so that a listener
+    // that throws leaves the group and the change context complete.
+    BOOL InsertTextLowLevel(CPoint& ptStart, const CString& csText, CPoint& ptEnd, bool bRecord = false);
+    BOOL DeleteTextLowLevel(CPoint& ptStart, CPoint& ptEnd, const CString& csDeleted = CString(),
+                            bool bRecord = false);
     // Destroys the groups from nFirst on and cuts the list there.
     void DestroyGroupsFrom(int nFirst);
+    // Raises the invalid-argument exception unless nLine is a line of the document.
+    void CheckLine(int nLine);
+    // Sends OnEndChange with the change context and clears it.
+    void SendEndChange();
 
     template <typename Fn> void SendTextEvent(Fn&& fn) { m_TextHandlers.Send<ITextBufferEvents>(fn); }
 
     std::unique_ptr<COperation> m_pCurrentOperation;        // the open group, null when none is open
-    CArray<COperation*, COperation*> m_aOperations;         // the undo list, owned
+    CArray<std::unique_ptr<COperation>> m_aOperations;      // the undo list, owned
     int m_nPosition = 0;                                    // groups of the list that count as done
     int m_nSavePosition = 0;                                // m_nPosition at the last save or load
     CChangeTextContext m_ChangeContext;                     // the edits of the open group, undo or redo

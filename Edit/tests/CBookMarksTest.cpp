@@ -126,6 +126,7 @@ class CBookMarksTest : public CppUnit::TestFixture
     CPPUNIT_TEST(SerializeTest);
     CPPUNIT_TEST(EventsAndGoToTest);
     CPPUNIT_TEST(DrawTest);
+    CPPUNIT_TEST(AssertValidTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -140,15 +141,16 @@ public:
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 10}));
         CPPUNIT_ASSERT(m_bookmarks.HasBookmarks());
         IMarkerItem* pMarker = m_bookmarks.GetMarkerItem(2);
-        CPPUNIT_ASSERT(pMarker == m_bookmarks.GetAt(2) && !m_bookmarks.GetMarkerItem(5));
+        CPPUNIT_ASSERT(pMarker == m_bookmarks.GetAt(2));
+        CPPUNIT_ASSERT(!m_bookmarks.GetMarkerItem(5));
         CPPUNIT_ASSERT_EQUAL(2, pMarker->GetMarkerKind());
         CPPUNIT_ASSERT(pMarker->GetColorInfo() == ITextColorBuffer::COLOR_INFO{});
         CPPUNIT_ASSERT_EQUAL(-1, m_bookmarks.GetAt(0)->GetNumber());
 
         // A second item on a line comes behind the first; the lookup still finds the first.
         IBookmarks::IBookmarkItem* pSecond = m_bookmarks.AddBookmark(2, 4);
-        CPPUNIT_ASSERT(m_bookmarks.GetAt(3) == pSecond &&
-                       m_bookmarks.GetMarkerItem(2) == m_bookmarks.GetAt(2));
+        CPPUNIT_ASSERT(m_bookmarks.GetAt(3) == pSecond);
+        CPPUNIT_ASSERT(m_bookmarks.GetMarkerItem(2) == m_bookmarks.GetAt(2));
 
         // Inserting anywhere but 0 to the count is refused and leaves the array alone.
         CBookmarkItem free(nullptr, 3);
@@ -160,17 +162,20 @@ public:
     {
         m_bookmarks.SetBookmark(5, 1);
         IBookmarks::IBookmarkItem* pFive = m_bookmarks.GetNumNameBookmark(1);
-        CPPUNIT_ASSERT(pFive && pFive->GetLine() == 5);
+        CPPUNIT_ASSERT(pFive);
+        CPPUNIT_ASSERT(pFive->GetLine() == 5);
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 2, 5, 10}));
 
         // The number moves to another line; the old holder keeps its bookmark without it.
         m_bookmarks.SetBookmark(1, 1);
-        CPPUNIT_ASSERT(m_bookmarks.GetNumNameBookmark(1)->GetLine() == 1 && pFive->GetNumber() == -1);
+        CPPUNIT_ASSERT(m_bookmarks.GetNumNameBookmark(1)->GetLine() == 1);
+        CPPUNIT_ASSERT(pFive->GetNumber() == -1);
         CPPUNIT_ASSERT_EQUAL(5, m_bookmarks.GetSize());
 
         // A different number on a marked line replaces its number; the same number switches it off.
         m_bookmarks.SetBookmark(1, 3);
-        CPPUNIT_ASSERT(!m_bookmarks.HasNumBookmark(1) && m_bookmarks.HasNumBookmark(3));
+        CPPUNIT_ASSERT(!m_bookmarks.HasNumBookmark(1));
+        CPPUNIT_ASSERT(m_bookmarks.HasNumBookmark(3));
         m_bookmarks.SetBookmark(1, 3);
         CPPUNIT_ASSERT(!m_bookmarks.GetNumNameBookmark(3));
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 2, 5, 10}));
@@ -257,7 +262,8 @@ public:
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 9}));
         text.GetUndoRedoBuffer()->Undo();
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 3, 11}));
-        CPPUNIT_ASSERT(text.GetLine(3) == u"2" && text.GetLine(11) == u"10");
+        CPPUNIT_ASSERT(text.GetLine(3) == u"2");
+        CPPUNIT_ASSERT(text.GetLine(11) == u"10");
         text.RemoveEventsHandler(&follower);
     }
 
@@ -274,7 +280,8 @@ public:
 
         // Count in two bytes, then the item pointers as they lie in memory.
         const std::string strBytes = ReadAll(strPath);
-        CPPUNIT_ASSERT(strBytes.size() >= 2 + 4 * sizeof(void*) && strBytes.compare(0, 2, "\4\0", 2) == 0);
+        CPPUNIT_ASSERT(strBytes.size() >= 2 + 4 * sizeof(void*));
+        CPPUNIT_ASSERT(strBytes.compare(0, 2, "\4\0", 2) == 0);
         CFile in(SERIALIZE_FILE, CFile::modeRead);
         {
             CArchive ar(&in, CArchive::load, 4096);
@@ -301,8 +308,11 @@ public:
         CPPUNIT_ASSERT(recorder.m_aNames.empty());
         pTwo->GoTo(&caret);
         CPPUNIT_ASSERT(caret.m_pt == CPoint(0, 2));
-        CPPUNIT_ASSERT(caret.m_nReads == 1 && caret.m_bEnsureVisible && caret.m_bSetDesiredColumn);
-        CPPUNIT_ASSERT(recorder.m_aNames.back() == "GoTo" && recorder.m_aItems.back() == pTwo);
+        CPPUNIT_ASSERT(caret.m_nReads == 1);
+        CPPUNIT_ASSERT(caret.m_bEnsureVisible);
+        CPPUNIT_ASSERT(caret.m_bSetDesiredColumn);
+        CPPUNIT_ASSERT(recorder.m_aNames.back() == "GoTo");
+        CPPUNIT_ASSERT(recorder.m_aItems.back() == pTwo);
         CPPUNIT_ASSERT(recorder.m_pOwner == static_cast<IBookmarks*>(&m_bookmarks));
         pTwo->SetLine(3);
         CPPUNIT_ASSERT(recorder.m_aNames.back() == "Change");
@@ -312,13 +322,28 @@ public:
         m_bookmarks.DeleteBookmarkAt(4);
         CPPUNIT_ASSERT_EQUAL(4, m_bookmarks.GetSize());
         m_bookmarks.DeleteBookmarkAt(2);
-        CPPUNIT_ASSERT(recorder.m_aNames.back() == "Delete" && recorder.m_aDeletedLines.back() == 3);
+        CPPUNIT_ASSERT(recorder.m_aNames.back() == "Delete");
+        CPPUNIT_ASSERT(recorder.m_aDeletedLines.back() == 3);
         CPPUNIT_ASSERT((Lines() == std::vector<int>{0, 1, 10}));
         m_bookmarks.RemoveAllBookmarks();
         CPPUNIT_ASSERT((recorder.m_aDeletedLines == std::vector<int>{3, 0, 1, 10}));
         m_bookmarks.AddBookmark(4, -1);
         CPPUNIT_ASSERT(recorder.m_aNames.back() == "Add");
         CPPUNIT_ASSERT_EQUAL(1, m_bookmarks.RemoveEventsHandler(&recorder));
+    }
+
+    void AssertValidTest()
+    {
+        // An item moved behind the next one breaks the order; an item held twice is found too.
+        m_bookmarks.GetAt(1)->SetLine(3);
+        CPPUNIT_ASSERT_THROW(m_bookmarks.AssertValid(), CInvalidArgException);
+        m_bookmarks.GetAt(1)->SetLine(1);
+        CPPUNIT_ASSERT_NO_THROW(m_bookmarks.AssertValid());
+        CBookmarks twice;
+        IBookmarks::IBookmarkItem* pItem = twice.AddBookmark(4, -1);
+        twice.CArray::InsertAt(0, pItem);
+        CPPUNIT_ASSERT_THROW(twice.AssertValid(), CInvalidArgException);
+        twice.CArray::RemoveAt(0);
     }
 
     void DrawTest()
@@ -333,16 +358,17 @@ public:
         const CRect rtMargin(0, 20, 30, 40); // centre (15, 30)
         pPlain->Draw(&dc, rtMargin);         // no strip yet: nothing drawn
         CPPUNIT_ASSERT(dc.GetRecords().empty());
-        CPPUNIT_ASSERT(!m_bookmarks.AttachImages(nullptr, 0) && m_bookmarks.AttachImages(&strip, 0xffffff));
+        CPPUNIT_ASSERT(!m_bookmarks.AttachImages(nullptr, 0));
+        CPPUNIT_ASSERT(m_bookmarks.AttachImages(&strip, 0xffffff));
 
         pNumbered->Draw(&dc, rtMargin);
         pPlain->Draw(&dc, rtMargin);
         const auto& aRecords = dc.GetRecords();
         CPPUNIT_ASSERT_EQUAL(size_t(2), aRecords.size());
-        CPPUNIT_ASSERT(aRecords[0].kind == CRecordingDC::EKind::TransparentBlt &&
-                       aRecords[0].pBitmap == &strip);
-        CPPUNIT_ASSERT(aRecords[0].rt == CRect(7, 24, 23, 36) &&
-                       aRecords[0].rtSource == CRect(48, 0, 64, 12));
+        CPPUNIT_ASSERT(aRecords[0].kind == CRecordingDC::EKind::TransparentBlt);
+        CPPUNIT_ASSERT(aRecords[0].pBitmap == &strip);
+        CPPUNIT_ASSERT(aRecords[0].rt == CRect(7, 24, 23, 36));
+        CPPUNIT_ASSERT(aRecords[0].rtSource == CRect(48, 0, 64, 12));
         CPPUNIT_ASSERT_EQUAL(COLORREF(0xffffff), aRecords[0].crColor);
         CPPUNIT_ASSERT(aRecords[1].rtSource == CRect(160, 0, 176, 12));
 
@@ -351,13 +377,14 @@ public:
         pOwned->CreateBitmap(11 * 16, 10);
         const CBitmap* pOwnedCells = pOwned.get();
         CPPUNIT_ASSERT(!m_bookmarks.LoadImages(std::make_unique<CBitmap>(), 0xff00ff));
-        CPPUNIT_ASSERT(m_bookmarks.LoadImages(std::move(pOwned), 0xff00ff) &&
-                       m_bookmarks.GetImages().IsOwner());
+        CPPUNIT_ASSERT(m_bookmarks.LoadImages(std::move(pOwned), 0xff00ff));
+        CPPUNIT_ASSERT(m_bookmarks.GetImages().IsOwner());
         dc.ClearRecords();
         m_bookmarks.AddBookmark(5, 9)->Draw(&dc, CRect(10, 0, 20, 10));
-        CPPUNIT_ASSERT(aRecords.size() == 1 && aRecords[0].pBitmap == pOwnedCells);
-        CPPUNIT_ASSERT(aRecords[0].rt == CRect(7, 0, 23, 10) &&
-                       aRecords[0].rtSource == CRect(144, 0, 160, 10));
+        CPPUNIT_ASSERT(aRecords.size() == 1);
+        CPPUNIT_ASSERT(aRecords[0].pBitmap == pOwnedCells);
+        CPPUNIT_ASSERT(aRecords[0].rt == CRect(7, 0, 23, 10));
+        CPPUNIT_ASSERT(aRecords[0].rtSource == CRect(144, 0, 160, 10));
         CPPUNIT_ASSERT_EQUAL(COLORREF(0xff00ff), aRecords[0].crColor);
 
         // A number the strip has no cell for draws nothing.
@@ -367,8 +394,10 @@ public:
     }
 
 private:
+    // The lines of the items, in array order, once the items are found consistent.
     std::vector<int> Lines()
     {
+        CPPUNIT_ASSERT_NO_THROW(m_bookmarks.AssertValid());
         std::vector<int> aLines;
         for (IBookmarks::IBookmarkItem* pItem : m_bookmarks)
             aLines.push_back(pItem->GetLine());

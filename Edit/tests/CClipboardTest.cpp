@@ -48,7 +48,8 @@ public:
         CString csText;
         BOOL bColumn = TRUE;
         CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn));
-        CPPUNIT_ASSERT(csText == u"killer" && !bColumn);
+        CPPUNIT_ASSERT(csText == u"killer");
+        CPPUNIT_ASSERT(!bColumn);
 
         // A clipboard that can't be had fails the put and keeps the mark as it was.
         CBusyClipboard busy;
@@ -58,9 +59,11 @@ public:
         CPPUNIT_ASSERT(!CClipboard::AppendToClipboard(u"x"));
         SetClipboardService(&m_clipboard);
         CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn));
-        CPPUNIT_ASSERT(csText == u"killer" && !bColumn);
+        CPPUNIT_ASSERT(csText == u"killer");
+        CPPUNIT_ASSERT(!bColumn);
         // The clipboard was given back each time: another user can open it.
-        CPPUNIT_ASSERT(m_clipboard.OpenClipboard() && m_clipboard.CloseClipboard());
+        CPPUNIT_ASSERT(m_clipboard.OpenClipboard());
+        CPPUNIT_ASSERT(m_clipboard.CloseClipboard());
     }
 
     void GetFromClipboard()
@@ -73,20 +76,25 @@ public:
         CPPUNIT_ASSERT(CClipboard::PutToClipboard(u"killer", FALSE));
         CPPUNIT_ASSERT(CClipboard::AppendToClipboard(u" close"));
         CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn));
-        CPPUNIT_ASSERT(csText == u"killer close" && !bColumn);
+        CPPUNIT_ASSERT(csText == u"killer close");
+        CPPUNIT_ASSERT(!bColumn);
 
         // Text with characters beyond the basic plane and line ends comes back as it went.
         const CString csRich(u"a\r\nb\U0001F600\x0416");
         CPPUNIT_ASSERT(CClipboard::PutToClipboard(csRich, FALSE));
-        CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn) && csText == csRich);
+        CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn));
+        CPPUNIT_ASSERT(csText == csRich);
 
         // Emptied by someone else: no text.
-        CPPUNIT_ASSERT(m_clipboard.OpenClipboard() && m_clipboard.EmptyClipboard());
+        CPPUNIT_ASSERT(m_clipboard.OpenClipboard());
+        CPPUNIT_ASSERT(m_clipboard.EmptyClipboard());
         m_clipboard.CloseClipboard();
-        CPPUNIT_ASSERT(!CClipboard::IsTextInClipboard() && !CClipboard::GetFromClipboard(csText, bColumn));
+        CPPUNIT_ASSERT(!CClipboard::IsTextInClipboard());
+        CPPUNIT_ASSERT(!CClipboard::GetFromClipboard(csText, bColumn));
         // Appending to nothing puts the new text alone.
         CPPUNIT_ASSERT(CClipboard::AppendToClipboard(u"fresh"));
-        CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn) && csText == u"fresh");
+        CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn));
+        CPPUNIT_ASSERT(csText == u"fresh");
     }
 
     void PutColToClipboardTest()
@@ -95,22 +103,27 @@ public:
         CString csText;
         BOOL bColumn = FALSE;
         CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn));
-        CPPUNIT_ASSERT(csText == u"killer" && bColumn);
+        CPPUNIT_ASSERT(csText == u"killer");
+        CPPUNIT_ASSERT(bColumn);
         // The standard check value of CRC-32, fed with the low bytes of the code units.
         CPPUNIT_ASSERT_EQUAL(std::uint32_t(0xCBF43926), CClipboard::Checksum(u"123456789"));
         CPPUNIT_ASSERT_EQUAL(CClipboard::Checksum(u"killer"), CClipboard::GetLastChecksum());
         CPPUNIT_ASSERT_EQUAL(CClipboard::Checksum(u"A"), CClipboard::Checksum(u"\x0141"));
 
         // The mark belongs to the process: text placed by another program reads as a column too.
-        CPPUNIT_ASSERT(m_clipboard.OpenClipboard() && m_clipboard.EmptyClipboard());
+        CPPUNIT_ASSERT(m_clipboard.OpenClipboard());
+        CPPUNIT_ASSERT(m_clipboard.EmptyClipboard());
         CPPUNIT_ASSERT(m_clipboard.SetClipboardText(u"other"));
         m_clipboard.CloseClipboard();
-        CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn) && csText == u"other" && bColumn);
+        CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn));
+        CPPUNIT_ASSERT(csText == u"other");
+        CPPUNIT_ASSERT(bColumn);
 
         // Appending to a column replaces it, and the result is a stream.
         CPPUNIT_ASSERT(CClipboard::AppendToClipboard(u" close"));
         CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csText, bColumn));
-        CPPUNIT_ASSERT(csText == u" close" && !bColumn);
+        CPPUNIT_ASSERT(csText == u" close");
+        CPPUNIT_ASSERT(!bColumn);
     }
 };
 

@@ -43,10 +43,12 @@ public:
 
     void IsSpasesLineText()
     {
-        CPPUNIT_ASSERT(CCommonString::IsSpasesLine(u"") && CCommonString::IsSpasesLine(u"\t\t "));
+        CPPUNIT_ASSERT(CCommonString::IsSpasesLine(u""));
+        CPPUNIT_ASSERT(CCommonString::IsSpasesLine(u"\t\t "));
         CPPUNIT_ASSERT(!CCommonString::IsSpasesLine(u"  dsfsd\t\t sdf klj sdf"));
         // Only blank and tab count: a no-break space or a line end is text.
-        CPPUNIT_ASSERT(!CCommonString::IsSpasesLine(u" \x00A0") && !CCommonString::IsSpasesLine(u"\r\n"));
+        CPPUNIT_ASSERT(!CCommonString::IsSpasesLine(u" \x00A0"));
+        CPPUNIT_ASSERT(!CCommonString::IsSpasesLine(u"\r\n"));
         CPPUNIT_ASSERT_EQUAL(3, CCommonString::GetFirstNonSpacePos(u" \t x", 0));
         CPPUNIT_ASSERT_EQUAL(2, CCommonString::GetFirstNonSpacePos(u"\t\t", 0));
     }
@@ -71,7 +73,8 @@ public:
 
     void IsSpaceCharTest()
     {
-        CPPUNIT_ASSERT(CCommonString::IsSpaceChar(u' ') && CCommonString::IsSpaceChar(u'\t'));
+        CPPUNIT_ASSERT(CCommonString::IsSpaceChar(u' '));
+        CPPUNIT_ASSERT(CCommonString::IsSpaceChar(u'\t'));
         for (const char16_t ch : {u'\n', u'\r', u'\x00A0', u'\x3000', u'x'})
             CPPUNIT_ASSERT(!CCommonString::IsSpaceChar(ch));
     }

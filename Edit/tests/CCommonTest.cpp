@@ -90,7 +90,8 @@ class CCommonTest : public CppUnit::TestFixture, public CEventsGroupSender
         }
         CFindArray aEmpty;
         BOOL bExist = TRUE;
-        CPPUNIT_ASSERT(((aEmpty.*find)(0, bApprox, bExist)) == -1 && !bExist);
+        CPPUNIT_ASSERT(((aEmpty.*find)(0, bApprox, bExist)) == -1);
+        CPPUNIT_ASSERT(!bExist);
     }
 
     static const std::vector<std::array<int, 3>>& ExactRows()
@@ -117,10 +118,14 @@ public:
     void CTextPointTest()
     {
         // Line first, then column.
-        CPPUNIT_ASSERT(CTextPoint(9, 1) < CTextPoint(0, 2) && CTextPoint(0, 2) > CTextPoint(9, 1));
-        CPPUNIT_ASSERT(CTextPoint(1, 1) < CTextPoint(2, 1) && !(CTextPoint(2, 1) < CTextPoint(1, 1)));
-        CPPUNIT_ASSERT(CTextPoint(3, 3) <= CTextPoint(3, 3) && CTextPoint(3, 3) >= CTextPoint(3, 3));
-        CPPUNIT_ASSERT(!(CTextPoint(3, 3) < CTextPoint(3, 3)) && !(CTextPoint(0, 4) <= CTextPoint(9, 3)));
+        CPPUNIT_ASSERT(CTextPoint(9, 1) < CTextPoint(0, 2));
+        CPPUNIT_ASSERT(CTextPoint(0, 2) > CTextPoint(9, 1));
+        CPPUNIT_ASSERT(CTextPoint(1, 1) < CTextPoint(2, 1));
+        CPPUNIT_ASSERT(!(CTextPoint(2, 1) < CTextPoint(1, 1)));
+        CPPUNIT_ASSERT(CTextPoint(3, 3) <= CTextPoint(3, 3));
+        CPPUNIT_ASSERT(CTextPoint(3, 3) >= CTextPoint(3, 3));
+        CPPUNIT_ASSERT(!(CTextPoint(3, 3) < CTextPoint(3, 3)));
+        CPPUNIT_ASSERT(!(CTextPoint(0, 4) <= CTextPoint(9, 3)));
         // The two searches agree on a long offset array (starting at 0, as all do) for every
         // value around its entries.
         CFindArray aOffsets;
@@ -141,12 +146,16 @@ public:
         CSelection sel;
         CPoint ptStart(1, 1), ptEnd(1, 1);
         sel.GetSelection(ptStart, ptEnd, FALSE);
-        CPPUNIT_ASSERT(ptStart == CPoint() && ptEnd == CPoint() && !sel.IsColumnSel());
+        CPPUNIT_ASSERT(ptStart == CPoint());
+        CPPUNIT_ASSERT(ptEnd == CPoint());
+        CPPUNIT_ASSERT(!sel.IsColumnSel());
         CPPUNIT_ASSERT(sel.SetSelection(CPoint(5, 1), CPoint(0, 1), FALSE));
         sel.GetSelection(ptStart, ptEnd, FALSE);
-        CPPUNIT_ASSERT(ptStart == CPoint(5, 1) && ptEnd == CPoint(0, 1));
+        CPPUNIT_ASSERT(ptStart == CPoint(5, 1));
+        CPPUNIT_ASSERT(ptEnd == CPoint(0, 1));
         sel.GetSelection(ptStart, ptEnd, TRUE);
-        CPPUNIT_ASSERT(ptStart == CPoint(0, 1) && ptEnd == CPoint(5, 1));
+        CPPUNIT_ASSERT(ptStart == CPoint(0, 1));
+        CPPUNIT_ASSERT(ptEnd == CPoint(5, 1));
         // The same points again: FALSE, but the column flag is taken all the same.
         CPPUNIT_ASSERT(!sel.SetSelection(CPoint(5, 1), CPoint(0, 1), TRUE));
         CPPUNIT_ASSERT(sel.IsColumnSel());
@@ -178,7 +187,9 @@ public:
         // Only the outer scope sends, once, when it ends; a scope on a pending group only joins.
         {
             CSendEventsGroup outer(m_dwPending, this), inner(m_dwPending, this);
-            CPPUNIT_ASSERT(outer.IsGroupOpener() && !inner.IsGroupOpener() && m_aSent.empty());
+            CPPUNIT_ASSERT(outer.IsGroupOpener());
+            CPPUNIT_ASSERT(!inner.IsGroupOpener());
+            CPPUNIT_ASSERT(m_aSent.empty());
         }
         // While SendEvents runs the group is still open: a scope opened there sends nothing.
         m_bNestInSend = true;
@@ -217,7 +228,8 @@ public:
         sel.SetSelection(CPoint(7, 1), CPoint(2, 4), TRUE);
         CPoint ptStart, ptEnd;
         sel.GetSelection(ptStart, ptEnd, TRUE);
-        CPPUNIT_ASSERT(ptStart == CPoint(2, 1) && ptEnd == CPoint(7, 4));
+        CPPUNIT_ASSERT(ptStart == CPoint(2, 1));
+        CPPUNIT_ASSERT(ptEnd == CPoint(7, 4));
         // The right edge is outside, the lowest line inside.
         const std::pair<CPoint, bool> aCases[] = {{{2, 1}, true},  {{6, 4}, true},  {{7, 2}, false},
                                                   {{1, 2}, false}, {{4, 0}, false}, {{4, 5}, false},
@@ -226,7 +238,8 @@ public:
             CPPUNIT_ASSERT_EQUAL(bInside, sel.IsInsideSelection(pt) != FALSE);
         // A column of no width holds every column of its lines.
         sel.SetSelection(CPoint(3, 1), CPoint(3, 2), TRUE);
-        CPPUNIT_ASSERT(sel.IsInsideSelection(CPoint(0, 1)) && sel.IsInsideSelection(CPoint(90, 2)));
+        CPPUNIT_ASSERT(sel.IsInsideSelection(CPoint(0, 1)));
+        CPPUNIT_ASSERT(sel.IsInsideSelection(CPoint(90, 2)));
         CPPUNIT_ASSERT(!sel.IsInsideSelection(CPoint(3, 3)));
     }
 
@@ -248,7 +261,8 @@ public:
         }
         catch (const CCommonException& e)
         {
-            CPPUNIT_ASSERT(e.GetCode() == E_UNEXPECTED && e.GetMessage() == csOwn);
+            CPPUNIT_ASSERT(e.GetCode() == E_UNEXPECTED);
+            CPPUNIT_ASSERT(e.GetMessage() == csOwn);
         }
         CPPUNIT_ASSERT_EQUAL(csOwn.ToUtf8() +
                                  " | CCommonTest | Unexpected error\t|\tCCommonTest.cpp\t|\t20\r\n",

@@ -120,6 +120,7 @@ public:
         {
             CPoint ptEnd;
             m_store.InsertText(ptStart, szText, ptEnd);
+            CPPUNIT_ASSERT_NO_THROW(m_store.AssertValid());
             CPPUNIT_ASSERT(ptEnd == ptExpectedEnd);
             CPPUNIT_ASSERT_EQUAL(CString(szAll).ToUtf8(), AllText(m_store).ToUtf8());
         }
@@ -131,7 +132,8 @@ public:
         CPPUNIT_ASSERT(m_store.GetLine(6) == u"bcbcdede");
         m_store.InsertText(CPoint(1, 6), CString(u"\r\n") + m_store.GetLine(6), ptEnd);
         m_store.InsertText(CPoint(0, 6), m_store.GetLine(6) + u"\r\n", ptEnd);
-        CPPUNIT_ASSERT(m_store.GetLine(6) == u"b" && m_store.GetLine(7) == u"b");
+        CPPUNIT_ASSERT(m_store.GetLine(6) == u"b");
+        CPPUNIT_ASSERT(m_store.GetLine(7) == u"b");
         CPPUNIT_ASSERT(m_store.GetLine(8) == u"bcbcdedecbcdede");
 
         // A line outside the store raises the exception and changes nothing.
@@ -154,6 +156,7 @@ public:
         {
             m_store.Create();
             m_store.DeleteText(ptStart, ptEnd);
+            CPPUNIT_ASSERT_NO_THROW(m_store.AssertValid());
             CPPUNIT_ASSERT_EQUAL(CString(szAll).ToUtf8(), AllText(m_store).ToUtf8());
         }
 
@@ -163,6 +166,14 @@ public:
         CPPUNIT_ASSERT_THROW(m_store.DeleteText(CPoint(2, 2), CPoint(0, 1)), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(m_store.DeleteText(CPoint(0, 5), CPoint(1, 5)), CInvalidArgException);
         CPPUNIT_ASSERT(AllText(m_store) == u"Test1\r\nTest2\r\nTest3");
+
+        // A lone CR at the end of a line and a lone LF at the start of the next, joined, make a line
+        // break inside one line: the store allows it, the check reports it.
+        CPoint ptEnd;
+        m_store.InsertText(CPoint(0, 0), u"a\r\r\n\nb\r\n", ptEnd);
+        CPPUNIT_ASSERT_NO_THROW(m_store.AssertValid());
+        m_store.DeleteText(CPoint(2, 0), CPoint(0, 1));
+        CPPUNIT_ASSERT_THROW(m_store.AssertValid(), CInvalidArgException);
     }
 
     void GetTextTest()
@@ -186,7 +197,8 @@ public:
         CClampingStore store;
         store.Create();
         store.GetText(CPoint(3, 0), CPoint(99, 1), csText);
-        CPPUNIT_ASSERT(store.m_nChecks == 2 && csText == u"t1\r\nTest2");
+        CPPUNIT_ASSERT(store.m_nChecks == 2);
+        CPPUNIT_ASSERT(csText == u"t1\r\nTest2");
     }
 
     void GetAllTextTest()
@@ -196,11 +208,14 @@ public:
         // The whole text inserted into an empty store gives the same lines back.
         CEditTextStore store;
         store.Create();
-        CPPUNIT_ASSERT(store.GetLinesCount() == 1 && AllText(store).IsEmpty());
+        CPPUNIT_ASSERT(store.GetLinesCount() == 1);
+        CPPUNIT_ASSERT(AllText(store).IsEmpty());
         CPoint ptEnd;
         store.InsertText(CPoint(0, 0), u"Test1\r\nTest2\r\nTest3", ptEnd);
-        CPPUNIT_ASSERT(ptEnd == CPoint(5, 2) && AllText(store) == u"Test1\r\nTest2\r\nTest3");
-        CPPUNIT_ASSERT(store.GetEol() == 0 && store.GetCodePage() == 1252);
+        CPPUNIT_ASSERT(ptEnd == CPoint(5, 2));
+        CPPUNIT_ASSERT(AllText(store) == u"Test1\r\nTest2\r\nTest3");
+        CPPUNIT_ASSERT(store.GetEol() == 0);
+        CPPUNIT_ASSERT(store.GetCodePage() == 1252);
 
         // No lines at all: nothing to read.
         store.Clear();

@@ -6,6 +6,7 @@
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -56,6 +57,19 @@ std::vector<int> States(IOutliningBuffer& buffer, int nFirst, int nLast)
     return aStates;
 }
 
+// Moves every start to one point and every end to another: a way to break the regions on purpose.
+class CSetRange : public IChangeContext
+{
+public:
+    CSetRange(CPoint ptStart, CPoint ptEnd) : m_ptStart(ptStart), m_ptEnd(ptEnd) {}
+    void ChangePoint(CPoint* pPoint, BOOL bEnd) override { *pPoint = bEnd ? m_ptEnd : m_ptStart; }
+    void ChangePoints(CArray<CPoint>*) override {}
+
+private:
+    CPoint m_ptStart;
+    CPoint m_ptEnd;
+};
+
 IOutlining* Add(IOutliningBuffer& buffer, CPoint ptStart, CPoint ptEnd, const char16_t* szType = u"html")
 {
     return buffer.AddOutliningBlock(ptStart, ptEnd, u"", szType);
@@ -75,10 +89,15 @@ class COutliningBufferTest : public CppUnit::TestFixture
     CPPUNIT_TEST(ToggleTest);
     CPPUNIT_TEST(RemoveAndRangeTest);
     CPPUNIT_TEST(UpdateBlocksTest);
+    CPPUNIT_TEST(AssertValidTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
-    void tearDown() override { m_buffer.RemoveEventsHandler(&m_recorder); }
+    void tearDown() override
+    {
+        m_buffer.RemoveEventsHandler(&m_recorder);
+        CPPUNIT_ASSERT_NO_THROW(m_buffer.AssertValid());
+    }
 
     void AddOutliningBlockTwoEqual()
     {
@@ -89,8 +108,11 @@ public:
 
         // The same range again only renames the region, which stays collapsed.
         IOutlining* pSecond = m_buffer.AddOutliningBlock(CPoint(0, 1), CPoint(5, 3), u"{...}", u"css");
-        CPPUNIT_ASSERT(pSecond == pFirst && m_buffer.GetSize() == 1 && pSecond->IsCollapsed());
-        CPPUNIT_ASSERT(pSecond->GetCollapsedText() == u"{...}" && pSecond->GetBlockType() == u"css");
+        CPPUNIT_ASSERT(pSecond == pFirst);
+        CPPUNIT_ASSERT(m_buffer.GetSize() == 1);
+        CPPUNIT_ASSERT(pSecond->IsCollapsed());
+        CPPUNIT_ASSERT(pSecond->GetCollapsedText() == u"{...}");
+        CPPUNIT_ASSERT(pSecond->GetBlockType() == u"css");
         CPPUNIT_ASSERT(m_recorder.m_aNames.empty());
     }
 
@@ -101,35 +123,44 @@ public:
         IOutlining* pSecond = Add(m_buffer, CPoint(0, 5), CPoint(0, 8));
         // Ends exactly where the first starts: goes in front of it.
         IOutlining* pThird = Add(m_buffer, CPoint(0, 0), CPoint(0, 1));
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 3 && m_buffer.GetAt(0) == pThird &&
-                       m_buffer.GetAt(1) == pFirst && m_buffer.GetAt(2) == pSecond);
+        CPPUNIT_ASSERT(m_buffer.GetSize() == 3);
+        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pThird);
+        CPPUNIT_ASSERT(m_buffer.GetAt(1) == pFirst);
+        CPPUNIT_ASSERT(m_buffer.GetAt(2) == pSecond);
         CPPUNIT_ASSERT(Spans(m_buffer.GetAt(2), CPoint(0, 5), CPoint(0, 8)));
         CPPUNIT_ASSERT((m_recorder.m_aNames ==
                         CNames{"BeforeAdd", "AfterAdd", "BeforeAdd", "AfterAdd", "BeforeAdd", "AfterAdd"}));
-        CPPUNIT_ASSERT(m_recorder.m_aBlocks[4] == pThird && m_recorder.m_aBlocks[5] == pThird);
+        CPPUNIT_ASSERT(m_recorder.m_aBlocks[4] == pThird);
+        CPPUNIT_ASSERT(m_recorder.m_aBlocks[5] == pThird);
     }
 
     void AddOutliningBlockOneInOther()
     {
         IOutlining* pOuter = Add(m_buffer, CPoint(0, 1), CPoint(0, 10));
         IOutlining* pInner = Add(m_buffer, CPoint(2, 3), CPoint(4, 5), u"jvScript");
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 2 && m_buffer.GetAt(0) == pOuter && m_buffer.GetAt(1) == pInner);
+        CPPUNIT_ASSERT(m_buffer.GetSize() == 2);
+        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pOuter);
+        CPPUNIT_ASSERT(m_buffer.GetAt(1) == pInner);
 
         // An enclosing region added later goes behind what it encloses.
         COutliningBuffer other;
         pInner = Add(other, CPoint(2, 3), CPoint(4, 5), u"jvScript");
         pOuter = Add(other, CPoint(0, 1), CPoint(0, 10));
-        CPPUNIT_ASSERT(other.GetSize() == 2 && other.GetAt(0) == pInner && other.GetAt(1) == pOuter);
+        CPPUNIT_ASSERT(other.GetSize() == 2);
+        CPPUNIT_ASSERT(other.GetAt(0) == pInner);
+        CPPUNIT_ASSERT(other.GetAt(1) == pOuter);
 
         // A region on one line makes no region but names the one around it; nothing lies behind.
         COutliningBuffer hint;
         pOuter = Add(hint, CPoint(0, 1), CPoint(0, 10));
         CPPUNIT_ASSERT(!Add(hint, CPoint(2, 3), CPoint(8, 3), u"jvScript"));
-        CPPUNIT_ASSERT(hint.GetSize() == 1 && pOuter->GetBlockType() == u"jvScript");
+        CPPUNIT_ASSERT(hint.GetSize() == 1);
+        CPPUNIT_ASSERT(pOuter->GetBlockType() == u"jvScript");
         // With a region behind the place, that one comes back, unchanged.
         IOutlining* pBehind = Add(hint, CPoint(0, 12), CPoint(0, 14), u"css");
         CPPUNIT_ASSERT(Add(hint, CPoint(2, 5), CPoint(3, 5), u"vbScript") == pBehind);
-        CPPUNIT_ASSERT(pOuter->GetBlockType() == u"vbScript" && pBehind->GetBlockType() == u"css");
+        CPPUNIT_ASSERT(pOuter->GetBlockType() == u"vbScript");
+        CPPUNIT_ASSERT(pBehind->GetBlockType() == u"css");
         // A reversed range is no region and leaves everything alone.
         CPPUNIT_ASSERT(!Add(hint, CPoint(0, 13), CPoint(0, 2)));
         CPPUNIT_ASSERT_EQUAL(2, hint.GetSize());
@@ -141,12 +172,14 @@ public:
         m_buffer.AddEventsHandler(&m_recorder);
         IOutlining* pNew = Add(m_buffer, CPoint(0, 3), CPoint(0, 8), u"css");
         // The old one is destroyed: its address may come back.
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 1 && m_buffer.GetAt(0) == pNew &&
-                       pNew->GetBlockType() == u"css");
+        CPPUNIT_ASSERT(m_buffer.GetSize() == 1);
+        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pNew);
+        CPPUNIT_ASSERT(pNew->GetBlockType() == u"css");
         CPPUNIT_ASSERT(Spans(m_buffer.GetAt(0), CPoint(0, 3), CPoint(0, 8)));
         CPPUNIT_ASSERT(
             (m_recorder.m_aNames == CNames{"BeforeRemove", "AfterRemove", "BeforeAdd", "AfterAdd"}));
-        CPPUNIT_ASSERT(m_recorder.m_aBlocks[0] == pOld && m_recorder.m_aBlocks[3] == pNew);
+        CPPUNIT_ASSERT(m_recorder.m_aBlocks[0] == pOld);
+        CPPUNIT_ASSERT(m_recorder.m_aBlocks[3] == pNew);
     }
 
     void GetOutliningStateOneBlock()
@@ -187,28 +220,37 @@ public:
         IOutlining* pFirst = Add(m_buffer, CPoint(5, 1), CPoint(3, 4));
         IOutlining* pSecond = Add(m_buffer, CPoint(3, 4), CPoint(2, 6));
         CPPUNIT_ASSERT_EQUAL(2, m_buffer.GetSize());
-        CPPUNIT_ASSERT(m_buffer.ToggleOutliningLine(0) == 0 && m_buffer.ToggleOutliningLine(1) == 1);
-        CPPUNIT_ASSERT(pFirst->IsCollapsed() && !pSecond->IsCollapsed());
+        CPPUNIT_ASSERT(m_buffer.ToggleOutliningLine(0) == 0);
+        CPPUNIT_ASSERT(m_buffer.ToggleOutliningLine(1) == 1);
+        CPPUNIT_ASSERT(pFirst->IsCollapsed());
+        CPPUNIT_ASSERT(!pSecond->IsCollapsed());
         COutliningArray aChain;
         m_buffer.GetCollapsedBlocks(1, aChain);
         CPPUNIT_ASSERT_EQUAL(1, aChain.GetSize());
 
         // The innermost region at the position folds first.
-        CPPUNIT_ASSERT(m_buffer.ToggleOutlining(3, 4) == 1 && pSecond->IsCollapsed());
+        CPPUNIT_ASSERT(m_buffer.ToggleOutlining(3, 4) == 1);
+        CPPUNIT_ASSERT(pSecond->IsCollapsed());
         aChain.RemoveAll();
         m_buffer.GetCollapsedBlocks(1, aChain);
-        CPPUNIT_ASSERT(aChain.GetSize() == 2 && aChain[0] == pFirst && aChain[1] == pSecond);
+        CPPUNIT_ASSERT(aChain.GetSize() == 2);
+        CPPUNIT_ASSERT(aChain[0] == pFirst);
+        CPPUNIT_ASSERT(aChain[1] == pSecond);
         aChain.RemoveAll();
         m_buffer.GetCollapsedBlocks(4, aChain); // the chain starts at column 0 of the line it is asked for
-        CPPUNIT_ASSERT(aChain.GetSize() == 1 && aChain[0] == pSecond);
+        CPPUNIT_ASSERT(aChain.GetSize() == 1);
+        CPPUNIT_ASSERT(aChain[0] == pSecond);
 
         // Right behind a collapsed region it opens.
-        CPPUNIT_ASSERT(m_buffer.ToggleOutlining(2, 6) == -1 && !pSecond->IsCollapsed());
-        CPPUNIT_ASSERT(m_buffer.ToggleOutlining(0, 2) == -1 && !pFirst->IsCollapsed());
+        CPPUNIT_ASSERT(m_buffer.ToggleOutlining(2, 6) == -1);
+        CPPUNIT_ASSERT(!pSecond->IsCollapsed());
+        CPPUNIT_ASSERT(m_buffer.ToggleOutlining(0, 2) == -1);
+        CPPUNIT_ASSERT(!pFirst->IsCollapsed());
         CPPUNIT_ASSERT_EQUAL(0, m_buffer.ToggleOutlining(0, 7));
         m_buffer.CollapseAll();
-        CPPUNIT_ASSERT(m_buffer.ToggleOutliningLine(1) == -1 && !pFirst->IsCollapsed() &&
-                       pSecond->IsCollapsed());
+        CPPUNIT_ASSERT(m_buffer.ToggleOutliningLine(1) == -1);
+        CPPUNIT_ASSERT(!pFirst->IsCollapsed());
+        CPPUNIT_ASSERT(pSecond->IsCollapsed());
 
         // Showing one kind of region collapses the others.
         COutliningBuffer types;
@@ -239,19 +281,25 @@ public:
         IOutlining* pC = Add(m_buffer, CPoint(0, 6), CPoint(0, 9));
         COutliningArray aFound;
         m_buffer.GetFirstBlock(1, aFound);
-        CPPUNIT_ASSERT(aFound.GetSize() == 1 && aFound[0] == pA);
+        CPPUNIT_ASSERT(aFound.GetSize() == 1);
+        CPPUNIT_ASSERT(aFound[0] == pA);
         aFound.RemoveAll();
         m_buffer.GetBlocksInRange(CPoint(0, 3), CPoint(0, 7), aFound);
-        CPPUNIT_ASSERT(aFound.GetSize() == 2 && aFound[0] == pA && aFound[1] == pC);
+        CPPUNIT_ASSERT(aFound.GetSize() == 2);
+        CPPUNIT_ASSERT(aFound[0] == pA);
+        CPPUNIT_ASSERT(aFound[1] == pC);
 
         m_buffer.AddEventsHandler(&m_recorder);
         m_buffer.RemoveBlocksFrom(CPoint(1, 1)); // takes B (starts at column 2) and C
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 1 && m_buffer.GetAt(0) == pA);
-        CPPUNIT_ASSERT(m_recorder.m_aNames.size() == 4 && m_recorder.m_aBlocks[0] == pB &&
-                       m_recorder.m_aBlocks[2] == pC);
+        CPPUNIT_ASSERT(m_buffer.GetSize() == 1);
+        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pA);
+        CPPUNIT_ASSERT(m_recorder.m_aNames.size() == 4);
+        CPPUNIT_ASSERT(m_recorder.m_aBlocks[0] == pB);
+        CPPUNIT_ASSERT(m_recorder.m_aBlocks[2] == pC);
         pA->Remove();
         CPPUNIT_ASSERT(m_buffer.IsEmpty());
-        CPPUNIT_ASSERT(m_recorder.m_aNames.back() == "AfterRemove" && m_recorder.m_aBlocks.back() == pA);
+        CPPUNIT_ASSERT(m_recorder.m_aNames.back() == "AfterRemove");
+        CPPUNIT_ASSERT(m_recorder.m_aBlocks.back() == pA);
         Add(m_buffer, CPoint(0, 1), CPoint(0, 2));
         m_buffer.RemoveAllBlocks();
         CPPUNIT_ASSERT(m_buffer.IsEmpty());
@@ -264,6 +312,7 @@ public:
         // Two line breaks in front of everything move both down.
         CInsertTextContext insertLines(CPoint(0, 0), CPoint(0, 2));
         m_buffer.UpdateBlocks(&insertLines);
+        CPPUNIT_ASSERT_NO_THROW(m_buffer.AssertValid());
         CPPUNIT_ASSERT(Spans(m_buffer.GetAt(0), CPoint(2, 3), CPoint(4, 5)));
         CPPUNIT_ASSERT(Spans(m_buffer.GetAt(1), CPoint(0, 7), CPoint(3, 9)));
         // Text exactly at the end stays outside; text exactly at the start pushes the start along.
@@ -278,11 +327,15 @@ public:
         m_buffer.AddEventsHandler(&m_recorder);
         CDeleteTextContext deleteLines(CPoint(0, 3), CPoint(0, 6));
         m_buffer.UpdateBlocks(&deleteLines);
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 1 && m_buffer.GetAt(0) == pB);
+        CPPUNIT_ASSERT_NO_THROW(m_buffer.AssertValid());
+        CPPUNIT_ASSERT(m_buffer.GetSize() == 1);
+        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pB);
         CPPUNIT_ASSERT(Spans(m_buffer.GetAt(0), CPoint(2, 4), CPoint(3, 6)));
-        CPPUNIT_ASSERT(pA->GetStart() == CPoint(0, 3) && pA->GetEnd() == CPoint(0, 3));
+        CPPUNIT_ASSERT(pA->GetStart() == CPoint(0, 3));
+        CPPUNIT_ASSERT(pA->GetEnd() == CPoint(0, 3));
         pA->Remove(); // no longer held: nothing happens
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 1 && m_recorder.m_aNames.empty());
+        CPPUNIT_ASSERT(m_buffer.GetSize() == 1);
+        CPPUNIT_ASSERT(m_recorder.m_aNames.empty());
         // Deleting its end line makes B end where the delete starts.
         CDeleteTextContext deleteEnd(CPoint(1, 5), CPoint(9, 6));
         m_buffer.UpdateBlocks(&deleteEnd);
@@ -296,16 +349,42 @@ public:
         IOutliningBuffer* pOutlining = text.GetOutliningBuffer();
         IOutlining* pBody = Add(*pOutlining, CPoint(0, 1), CPoint(7, 4));
         IOutlining* pPara = Add(*pOutlining, CPoint(0, 2), CPoint(4, 3));
-        CPPUNIT_ASSERT(pBody && pPara);
+        CPPUNIT_ASSERT(pBody);
+        CPPUNIT_ASSERT(pPara);
         text.InsertText(CPoint(0, 0), u"a\r\nb\r\n", ptEnd);
         CPPUNIT_ASSERT(Spans(pBody, CPoint(0, 3), CPoint(7, 6)));
         CPPUNIT_ASSERT(Spans(pPara, CPoint(0, 4), CPoint(4, 5)));
         CPPUNIT_ASSERT_EQUAL(S | P, pOutlining->GetOutliningState(4));
         text.DeleteText(CPoint(0, 4), CPoint(0, 6));
+        CPPUNIT_ASSERT_NO_THROW(text.AssertValid());
         COutliningArray aFound;
         pOutlining->GetBlocksInRange(CPoint(0, 0), CPoint(0, 99), aFound);
-        CPPUNIT_ASSERT(aFound.GetSize() == 1 && aFound[0] == pBody && pBody->GetEnd() == CPoint(7, 4));
+        CPPUNIT_ASSERT(aFound.GetSize() == 1);
+        CPPUNIT_ASSERT(aFound[0] == pBody);
+        CPPUNIT_ASSERT(pBody->GetEnd() == CPoint(7, 4));
         CPPUNIT_ASSERT(pPara->GetStart() == pPara->GetEnd());
+    }
+
+    void AssertValidTest()
+    {
+        // Regions as AddOutliningBlock leaves them, each row then broken by giving one region a new
+        // range.
+        const std::tuple<const char*, int, CPoint, CPoint> aBroken[] = {
+            {"start behind the end", 0, CPoint(0, 12), CPoint(0, 10)},
+            {"empty region", 0, CPoint(0, 1), CPoint(0, 1)},
+            {"crossing the one around it", 1, CPoint(0, 2), CPoint(0, 15)},
+            {"wholly before one ahead of it", 2, CPoint(0, 0), CPoint(0, 1)}};
+        for (const auto& [szCase, nBlock, ptStart, ptEnd] : aBroken)
+        {
+            COutliningBuffer buffer;
+            Add(buffer, CPoint(0, 1), CPoint(0, 10));
+            Add(buffer, CPoint(0, 2), CPoint(0, 5));
+            Add(buffer, CPoint(0, 12), CPoint(0, 20));
+            CPPUNIT_ASSERT_NO_THROW_MESSAGE(szCase, buffer.AssertValid());
+            CSetRange range(ptStart, ptEnd);
+            buffer.GetAt(nBlock)->UpdatePositions(&range);
+            CPPUNIT_ASSERT_THROW_MESSAGE(szCase, buffer.AssertValid(), CInvalidArgException);
+        }
     }
 
 private:

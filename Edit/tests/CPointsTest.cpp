@@ -4,6 +4,7 @@
 #include "Edit/Model/CInsertTextContext.h"
 
 #include <cppunit/extensions/HelperMacros.h>
+#include <memory>
 
 namespace
 {
@@ -76,8 +77,8 @@ public:
     {
         // A point passes through the edits in their order: the insert first, then the delete.
         CChangeTextContext group;
-        group.Add(new CInsertTextContext(CPoint(0, 0), CPoint(0, 2)));
-        group.Add(new CDeleteTextContext(CPoint(0, 1), CPoint(3, 2)));
+        group.Add(std::make_unique<CInsertTextContext>(CPoint(0, 0), CPoint(0, 2)));
+        group.Add(std::make_unique<CDeleteTextContext>(CPoint(0, 1), CPoint(3, 2)));
         CPPUNIT_ASSERT_EQUAL(2, group.GetCount());
         // (5,0) -> (5,2) -> (2,1); the reverse order would have given (5,0) -> (5,2).
         CPPUNIT_ASSERT(Moved(group, CPoint(5, 0)) == CPoint(2, 1));
@@ -94,7 +95,7 @@ public:
         group.Clear();
         CPPUNIT_ASSERT_EQUAL(0, group.GetCount());
         CPPUNIT_ASSERT(Moved(group, CPoint(5, 0)) == CPoint(5, 0));
-        group.Add(new CInsertTextContext(CPoint(0, 0), CPoint(1, 0)));
+        group.Add(std::make_unique<CInsertTextContext>(CPoint(0, 0), CPoint(1, 0)));
         CPPUNIT_ASSERT(Moved(group, CPoint(0, 0)) == CPoint(1, 0));
     }
 };

@@ -92,7 +92,8 @@ public:
         // A store whose file can't be read gives the defaults; writes that fail don't count, and
         // what stands in the file's place is left alone.
         fs::create_directories(m_dir / "profile.ini");
-        CPPUNIT_ASSERT(m_pSettings->LoadSettings() && m_pSettings->GetTabSize() == 4);
+        CPPUNIT_ASSERT(m_pSettings->LoadSettings());
+        CPPUNIT_ASSERT(m_pSettings->GetTabSize() == 4);
         CPPUNIT_ASSERT_EQUAL(DWORD(37000), m_pSettings->GetFlags());
         CPPUNIT_ASSERT(m_pSettings->SaveSettings());
         CPPUNIT_ASSERT(fs::is_directory(m_dir / "profile.ini"));
@@ -100,7 +101,8 @@ public:
 
     void SaveSettingsSuccess()
     {
-        CPPUNIT_ASSERT(m_pSettings->LoadSettings() && m_pSettings->SaveSettings());
+        CPPUNIT_ASSERT(m_pSettings->LoadSettings());
+        CPPUNIT_ASSERT(m_pSettings->SaveSettings());
         CPPUNIT_ASSERT_EQUAL(UINT(37000), m_pStore->GetProfileInt(u"TextSettings", u"Settings", 0));
         CPPUNIT_ASSERT(m_pStore->GetProfileString(u"TextSettings", u"DateLongFormat") == u"%B %d, %Y");
 
@@ -123,7 +125,8 @@ public:
         auto pFresh = MakeLoaded();
         CPPUNIT_ASSERT(std::memcmp(pFresh->GetCurrentLogFont(), &logFont, sizeof(LOGFONTW)) == 0);
         CPPUNIT_ASSERT((pFresh->GetColor(COLOR_RULER) == SColorPair{0x123456, 0x654321}));
-        CPPUNIT_ASSERT(pFresh->GetWrapMode() && pFresh->GetTagNameConv() == 2);
+        CPPUNIT_ASSERT(pFresh->GetWrapMode());
+        CPPUNIT_ASSERT(pFresh->GetTagNameConv() == 2);
         CPPUNIT_ASSERT(pFresh->GetTimeFormat() == u"%H.%M");
         CPPUNIT_ASSERT_EQUAL(4, pFresh->GetTabSize());
         CPPUNIT_ASSERT_EQUAL(0, pFresh->GetIndentSize());
@@ -133,7 +136,8 @@ public:
     void LoadSettingsSuccess()
     {
         // An empty store gives the defaults, and a load reaches no listener.
-        CPPUNIT_ASSERT(m_pSettings->LoadSettings() && m_pSettings->IsLoaded());
+        CPPUNIT_ASSERT(m_pSettings->LoadSettings());
+        CPPUNIT_ASSERT(m_pSettings->IsLoaded());
         CPPUNIT_ASSERT(m_aEvents.empty());
         CPPUNIT_ASSERT_EQUAL(DWORD(0x9088), m_pSettings->GetFlags());
         CPPUNIT_ASSERT(m_pSettings->GetDateShortFormat() == u"%d.%m.%Y");
@@ -148,7 +152,8 @@ public:
         // A short one changes only what it holds: the first pair.
         auto pLong = MakeLoaded();
         CPPUNIT_ASSERT((pLong->GetColor(COLOR_SPARE) == SColorPair{0x11111111, 0x11111111}));
-        CPPUNIT_ASSERT(pLong->IsLoaded() && pLong->SaveSettings());
+        CPPUNIT_ASSERT(pLong->IsLoaded());
+        CPPUNIT_ASSERT(pLong->SaveSettings());
         WriteBinary(u"Colors", {1, 0, 0, 0, 2, 0, 0, 0});
         auto pShort = MakeLoaded();
         CPPUNIT_ASSERT((pShort->GetColor(COLOR_TEXT) == SColorPair{1, 2}));
@@ -175,15 +180,20 @@ public:
         // The fixed fonts: the ruler's small sans font and line numbers in the text's height.
         CFont* pRuler = pSettings->GetFont(FONT_RULER_TEXT);
         CFont* pNumbers = pSettings->GetFont(FONT_LINE_NUMBER);
-        CPPUNIT_ASSERT(pRuler && pNumbers);
-        CPPUNIT_ASSERT(pRuler->GetFaceName() == u"Arial" && pRuler->GetHeight() == 12);
-        CPPUNIT_ASSERT(pNumbers->GetFaceName() == u"Courier New" && pNumbers->GetHeight() == 13);
+        CPPUNIT_ASSERT(pRuler);
+        CPPUNIT_ASSERT(pNumbers);
+        CPPUNIT_ASSERT(pRuler->GetFaceName() == u"Arial");
+        CPPUNIT_ASSERT(pRuler->GetHeight() == 12);
+        CPPUNIT_ASSERT(pNumbers->GetFaceName() == u"Courier New");
+        CPPUNIT_ASSERT(pNumbers->GetHeight() == 13);
         // The faces the settings name are fonts this machine has.
         CPPUNIT_ASSERT(!pRuler->GetResolvedFaceName().IsEmpty());
         CPPUNIT_ASSERT(pRuler->GetResolvedFaceName() != pNumbers->GetResolvedFaceName());
 
         CFont* pBoldItalic = pSettings->GetFont(TRUE, TRUE, FALSE, FALSE);
-        CPPUNIT_ASSERT(pBoldItalic && pBoldItalic->GetWeight() == 600 && pBoldItalic->IsItalic());
+        CPPUNIT_ASSERT(pBoldItalic);
+        CPPUNIT_ASSERT(pBoldItalic->GetWeight() == 600);
+        CPPUNIT_ASSERT(pBoldItalic->IsItalic());
         CPPUNIT_ASSERT(pBoldItalic == pSettings->GetFont(TRUE, TRUE, FALSE, FALSE));
         CPPUNIT_ASSERT(pSettings->GetFont(FALSE, FALSE, TRUE, TRUE)->IsStrikeOut());
 
@@ -194,9 +204,10 @@ public:
         CPPUNIT_ASSERT((m_aEvents == std::vector<int>{300}));
         LOGFONTW plain;
         pSettings->GetFont(FALSE, FALSE, FALSE, FALSE)->GetLogFont(&plain);
-        CPPUNIT_ASSERT(plain.lfHeight == -21 && plain.lfWeight == 400);
-        CPPUNIT_ASSERT(pSettings->GetFont(FONT_LINE_NUMBER) &&
-                       pSettings->GetFont(FONT_LINE_NUMBER)->GetHeight() == 21);
+        CPPUNIT_ASSERT(plain.lfHeight == -21);
+        CPPUNIT_ASSERT(plain.lfWeight == 400);
+        CPPUNIT_ASSERT(pSettings->GetFont(FONT_LINE_NUMBER));
+        CPPUNIT_ASSERT(pSettings->GetFont(FONT_LINE_NUMBER)->GetHeight() == 21);
         CPPUNIT_ASSERT(pSettings->GetFont(FONT_RULER_TEXT));
         pSettings->ResetFont();
         CPPUNIT_ASSERT_EQUAL(LONG(-13), pSettings->GetCurrentLogFont()->lfHeight);
@@ -215,9 +226,13 @@ public:
     {
         auto pSettings = MakeLoaded();
         CPen* pCursor = pSettings->GetPen(PEN_SOLID_BLUE_CURSOR);
-        CPPUNIT_ASSERT(pCursor && pCursor->GetColor() == 0xFF0000 && pCursor->GetStyle() == PS_SOLID);
+        CPPUNIT_ASSERT(pCursor);
+        CPPUNIT_ASSERT(pCursor->GetColor() == 0xFF0000);
+        CPPUNIT_ASSERT(pCursor->GetStyle() == PS_SOLID);
         CPen* pDot = pSettings->GetPen(PEN_DOT_LINE_NUMBER);
-        CPPUNIT_ASSERT(pDot->GetStyle() == PS_DOT && pDot->GetColor() == 0x7F7F00 && pDot->GetWidth() == 1);
+        CPPUNIT_ASSERT(pDot->GetStyle() == PS_DOT);
+        CPPUNIT_ASSERT(pDot->GetColor() == 0x7F7F00);
+        CPPUNIT_ASSERT(pDot->GetWidth() == 1);
         CPPUNIT_ASSERT_EQUAL(COLORREF(0x7F7F7F), pSettings->GetPen(PEN_SOLID_MARGIN_DARK)->GetColor());
         CPPUNIT_ASSERT_EQUAL(COLORREF(0x7F7F7F), pSettings->GetPen(PEN_SOLID_GREY_PAIR)->GetColor());
 
@@ -237,7 +252,8 @@ public:
     void SetTabSizeTest()
     {
         CPPUNIT_ASSERT(m_pSettings->LoadSettings());
-        CPPUNIT_ASSERT(m_pSettings->GetTabSize() > 0 && m_pSettings->GetTabSize() <= 16);
+        CPPUNIT_ASSERT(m_pSettings->GetTabSize() > 0);
+        CPPUNIT_ASSERT(m_pSettings->GetTabSize() <= 16);
         m_pSettings->SetTabSize(2);
         m_pSettings->SetTabSize(2);
         CPPUNIT_ASSERT_EQUAL(2, m_pSettings->GetTabSize());
@@ -245,7 +261,8 @@ public:
         CPPUNIT_ASSERT((m_aEvents == std::vector<int>{102, 104}));
         // A stored tab size is never read back.
         m_pSettings->SetTabSize(8);
-        CPPUNIT_ASSERT(m_pSettings->SaveSettings() && m_pSettings->LoadSettings());
+        CPPUNIT_ASSERT(m_pSettings->SaveSettings());
+        CPPUNIT_ASSERT(m_pSettings->LoadSettings());
         CPPUNIT_ASSERT_EQUAL(4, m_pSettings->GetTabSize());
         m_pSettings->SetIndentSize(6);
         CPPUNIT_ASSERT(m_pSettings->LoadSettings());

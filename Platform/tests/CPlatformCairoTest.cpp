@@ -32,12 +32,15 @@ public:
         CPPUNIT_ASSERT(mono.CreateFont(13, FW_NORMAL, FALSE, FALSE, u"Courier New"));
         CPPUNIT_ASSERT(sans.CreateFont(13, FW_NORMAL, FALSE, FALSE, u"Arial"));
         // Installed families stand in for both, a fixed-pitch one for the editor's face.
-        CPPUNIT_ASSERT(!mono.GetResolvedFaceName().IsEmpty() && !sans.GetResolvedFaceName().IsEmpty());
+        CPPUNIT_ASSERT(!mono.GetResolvedFaceName().IsEmpty());
+        CPPUNIT_ASSERT(!sans.GetResolvedFaceName().IsEmpty());
         CPPUNIT_ASSERT(mono.GetResolvedFaceName() != sans.GetResolvedFaceName());
         dc.SelectObject(&mono);
         const CSize szNarrow = dc.GetTextExtent(u"iiiiiiiiii");
-        CPPUNIT_ASSERT(szNarrow.cx > 0 && szNarrow == dc.GetTextExtent(u"WWWWWWWWWW"));
-        CPPUNIT_ASSERT(szNarrow.cy >= 13 && szNarrow.cy < 26);
+        CPPUNIT_ASSERT(szNarrow.cx > 0);
+        CPPUNIT_ASSERT(szNarrow == dc.GetTextExtent(u"WWWWWWWWWW"));
+        CPPUNIT_ASSERT(szNarrow.cy >= 13);
+        CPPUNIT_ASSERT(szNarrow.cy < 26);
         dc.SelectObject(&sans);
         CPPUNIT_ASSERT(dc.GetTextExtent(u"iiiiiiiiii").cx < dc.GetTextExtent(u"WWWWWWWWWW").cx);
         CPPUNIT_ASSERT_EQUAL(0, int(dc.GetTextExtent(u"").cx));
@@ -51,7 +54,8 @@ public:
     {
         CCairoDC dc(40, 30);
         CRect rtClip;
-        CPPUNIT_ASSERT(dc.GetClipBox(rtClip) == SIMPLEREGION && rtClip == CRect(0, 0, 40, 30));
+        CPPUNIT_ASSERT(dc.GetClipBox(rtClip) == SIMPLEREGION);
+        CPPUNIT_ASSERT(rtClip == CRect(0, 0, 40, 30));
         CPPUNIT_ASSERT_EQUAL(COLORREF(0xFFFFFF), dc.GetPixel(0, 0));
         CPPUNIT_ASSERT_EQUAL(CLR_INVALID, dc.GetPixel(40, 0));
         dc.FillSolidRect(CRect(2, 2, 6, 5), RGB(10, 20, 30));

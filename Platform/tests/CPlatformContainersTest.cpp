@@ -1,12 +1,44 @@
-// The growing array's growth rule, zeroed elements and checked indexes; the linked list.
+// The growing array's growth rule, zeroed elements and checked indexes; the linked list; move-only
+// elements in both; the owning array of pointers.
 #include "Platform/CArray.h"
 #include "Platform/CList.h"
+#include "Platform/COwningPtrArray.h"
 #include "Platform/CStringArray.h"
 
 #include <climits>
 #include <cppunit/extensions/HelperMacros.h>
+#include <memory>
+#include <string>
 #include <tuple>
 #include <vector>
+
+namespace
+{
+// Writes its name into a shared journal when it dies, so tests see what was destroyed and when.
+class CTracked
+{
+public:
+    CTracked(std::string& csJournal, char chName) : m_csJournal(csJournal), m_chName(chName) {}
+    CTracked(const CTracked&) = delete;
+    CTracked& operator=(const CTracked&) = delete;
+    ~CTracked() { m_csJournal += m_chName; }
+    [[nodiscard]] char GetName() const noexcept { return m_chName; }
+
+private:
+    std::string& m_csJournal;
+    char m_chName;
+};
+
+using CTrackedPtr = std::unique_ptr<CTracked>;
+
+template <typename TContainer> std::string Names(const TContainer& c)
+{
+    std::string csNames;
+    for (const auto& p : c)
+        csNames += p ? p->GetName() : '-';
+    return csNames;
+}
+} // namespace
 
 class CPlatformContainersTest : public CppUnit::TestFixture
 {
@@ -14,6 +46,9 @@ class CPlatformContainersTest : public CppUnit::TestFixture
     CPPUNIT_TEST(ArrayGrowthTest);
     CPPUNIT_TEST(ArrayElementsTest);
     CPPUNIT_TEST(ListTest);
+    CPPUNIT_TEST(MoveOnlyArrayTest);
+    CPPUNIT_TEST(MoveOnlyListTest);
+    CPPUNIT_TEST(OwningPtrArrayTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -32,7 +67,8 @@ public:
             CPPUNIT_ASSERT_EQUAL(nAlloc, a.GetAllocSize());
             // A request larger than the step is met at once.
             a.SetSize(2 * nAlloc + 1);
-            CPPUNIT_ASSERT(a.GetAllocSize() == 2 * nAlloc + 1 && a.GetSize() == 2 * nAlloc + 1);
+            CPPUNIT_ASSERT(a.GetAllocSize() == 2 * nAlloc + 1);
+            CPPUNIT_ASSERT(a.GetSize() == 2 * nAlloc + 1);
         }
     }
 
@@ -44,11 +80,20 @@ public:
         a[0] = a[1] = a[2] = 7;
         a.SetSize(1);
         a.SetSize(3);
-        CPPUNIT_ASSERT(a[0] == 7 && a[1] == 0 && a[2] == 0);
+        CPPUNIT_ASSERT(a[0] == 7);
+        CPPUNIT_ASSERT(a[1] == 0);
+        CPPUNIT_ASSERT(a[2] == 0);
         a.SetAtGrow(6, 9);
-        CPPUNIT_ASSERT(a.GetSize() == 7 && a[3] == 0 && a[5] == 0 && a[6] == 9);
+        CPPUNIT_ASSERT(a.GetSize() == 7);
+        CPPUNIT_ASSERT(a[3] == 0);
+        CPPUNIT_ASSERT(a[5] == 0);
+        CPPUNIT_ASSERT(a[6] == 9);
         a.InsertAt(9, 5, 2);
-        CPPUNIT_ASSERT(a.GetSize() == 11 && a[7] == 0 && a[8] == 0 && a[9] == 5 && a[10] == 5);
+        CPPUNIT_ASSERT(a.GetSize() == 11);
+        CPPUNIT_ASSERT(a[7] == 0);
+        CPPUNIT_ASSERT(a[8] == 0);
+        CPPUNIT_ASSERT(a[9] == 5);
+        CPPUNIT_ASSERT(a[10] == 5);
         CArray<void*, void*> aPointers;
         aPointers.SetSize(4);
         for (void* p : aPointers)
@@ -58,7 +103,9 @@ public:
         CStringArray aStrings;
         aStrings.Add(u"first");
         aStrings.InsertAt(0, aStrings[0], 20);
-        CPPUNIT_ASSERT(aStrings.GetSize() == 21 && aStrings[20] == u"first" && aStrings[0] == u"first");
+        CPPUNIT_ASSERT(aStrings.GetSize() == 21);
+        CPPUNIT_ASSERT(aStrings[20] == u"first");
+        CPPUNIT_ASSERT(aStrings[0] == u"first");
 
         // Indexes and ranges outside the array are refused and change nothing.
         CArray<int, int> b;
@@ -76,7 +123,10 @@ public:
         CPPUNIT_ASSERT_EQUAL(5, b.GetSize());
         b.RemoveAt(1, 2);
         b.RemoveAt(3, 0); // an empty range at the end is allowed
-        CPPUNIT_ASSERT(b.GetSize() == 3 && b[0] == 0 && b[1] == 30 && b[2] == 40);
+        CPPUNIT_ASSERT(b.GetSize() == 3);
+        CPPUNIT_ASSERT(b[0] == 0);
+        CPPUNIT_ASSERT(b[1] == 30);
+        CPPUNIT_ASSERT(b[2] == 40);
     }
 
     void ListTest()
@@ -98,18 +148,121 @@ public:
         for (POSITION pos = list.GetTailPosition(); pos;)
             aBackward.push_back(list.GetPrev(pos));
         CPPUNIT_ASSERT((aBackward == std::vector<int>{25, 1, 0}));
-        CPPUNIT_ASSERT(list.Find(2) == nullptr && list.FindIndex(3) == nullptr);
+        CPPUNIT_ASSERT(list.Find(2) == nullptr);
+        CPPUNIT_ASSERT(list.FindIndex(3) == nullptr);
         CPPUNIT_ASSERT_EQUAL(25, list.GetAt(list.FindIndex(2)));
 
         const CList<int, int> copy(list);
         CPPUNIT_ASSERT_EQUAL(0, list.RemoveHead());
         CPPUNIT_ASSERT_EQUAL(25, list.RemoveTail());
         CPPUNIT_ASSERT_EQUAL(1, list.RemoveTail());
-        CPPUNIT_ASSERT(list.IsEmpty() && list.GetHeadPosition() == nullptr &&
-                       list.GetTailPosition() == nullptr);
+        CPPUNIT_ASSERT(list.IsEmpty());
+        CPPUNIT_ASSERT(list.GetHeadPosition() == nullptr);
+        CPPUNIT_ASSERT(list.GetTailPosition() == nullptr);
         CPPUNIT_ASSERT((Forward(copy) == std::vector<int>{0, 1, 25}));
         list.AddTail(8); // usable again after being emptied
-        CPPUNIT_ASSERT(list.GetCount() == 1 && list.GetHead() == 8 && list.GetTail() == 8);
+        CPPUNIT_ASSERT(list.GetCount() == 1);
+        CPPUNIT_ASSERT(list.GetHead() == 8);
+        CPPUNIT_ASSERT(list.GetTail() == 8);
+    }
+
+    void MoveOnlyArrayTest()
+    {
+        std::string csDied;
+        CArray<CTrackedPtr> a;
+        // Enough elements to grow several times: each growth moves them, none is lost or destroyed.
+        for (char ch = 'a'; ch <= 'z'; ++ch)
+            CPPUNIT_ASSERT_EQUAL(ch - 'a', a.Add(std::make_unique<CTracked>(csDied, ch)));
+        CPPUNIT_ASSERT_EQUAL(std::string(), csDied);
+        a.InsertAt(1, std::make_unique<CTracked>(csDied, 'A'));
+        a.InsertAt(30, std::make_unique<CTracked>(csDied, 'Z')); // behind the end: nulls up to it
+        CPPUNIT_ASSERT_EQUAL(std::string("aAbcdefghijklmnopqrstuvwxyz---Z"), Names(a));
+        a.SetAt(0, std::make_unique<CTracked>(csDied, '0'));
+        CPPUNIT_ASSERT_EQUAL(std::string("a"), csDied);
+        a.SetAtGrow(32, std::make_unique<CTracked>(csDied, '!'));
+        CPPUNIT_ASSERT_EQUAL(33, a.GetSize());
+        CPPUNIT_ASSERT_EQUAL('!', a[32]->GetName());
+        a.SetSize(2);
+        CPPUNIT_ASSERT_EQUAL(std::string("abcdefghijklmnopqrstuvwxyzZ!"), csDied);
+        a.RemoveAt(0);
+        CPPUNIT_ASSERT_EQUAL(std::string("abcdefghijklmnopqrstuvwxyzZ!0"), csDied);
+
+        // Adding an element of the array itself at the moment the array grows.
+        CStringArray aStrings;
+        aStrings.SetSize(4);
+        aStrings[3] = u"last";
+        CPPUNIT_ASSERT_EQUAL(4, aStrings.GetAllocSize());
+        aStrings.Add(aStrings[3]);
+        CPPUNIT_ASSERT(aStrings[4] == u"last");
+        aStrings.SetAtGrow(9, aStrings[4]);
+        CPPUNIT_ASSERT(aStrings[9] == u"last");
+    }
+
+    void MoveOnlyListTest()
+    {
+        std::string csDied;
+        CList<CTrackedPtr> list;
+        list.AddTail(std::make_unique<CTracked>(csDied, 'b'));
+        list.AddHead(std::make_unique<CTracked>(csDied, 'a'));
+        list.InsertAfter(list.GetHeadPosition(), std::make_unique<CTracked>(csDied, 'x'));
+        list.InsertBefore(list.GetTailPosition(), std::make_unique<CTracked>(csDied, 'y'));
+        std::string csOrder;
+        for (POSITION pos = list.GetHeadPosition(); pos;)
+            csOrder += list.GetNext(pos)->GetName();
+        CPPUNIT_ASSERT_EQUAL(std::string("axyb"), csOrder);
+
+        CTrackedPtr pHead = list.RemoveHead();
+        CPPUNIT_ASSERT_EQUAL('a', pHead->GetName());
+        CList<CTrackedPtr> moved(std::move(list));
+        CPPUNIT_ASSERT_EQUAL(0, list.GetCount());
+        CPPUNIT_ASSERT_EQUAL(3, moved.GetCount());
+        moved.SetAt(moved.GetHeadPosition(), std::make_unique<CTracked>(csDied, 'X'));
+        CPPUNIT_ASSERT_EQUAL(std::string("x"), csDied);
+        moved.RemoveAt(moved.Find(moved.GetTail()));
+        CPPUNIT_ASSERT_EQUAL(std::string("xb"), csDied);
+        list = std::move(moved);
+        CPPUNIT_ASSERT_EQUAL('y', list.GetTail()->GetName());
+        list.RemoveAll();
+        CPPUNIT_ASSERT_EQUAL(std::string("xbXy"), csDied);
+    }
+
+    void OwningPtrArrayTest()
+    {
+        std::string csDied;
+        auto Make = [&](char ch) { return std::make_unique<CTracked>(csDied, ch); };
+        COwningPtrArray<CTracked> a;
+        CPPUNIT_ASSERT_THROW(a.Add(nullptr), CInvalidArgException);
+        CPPUNIT_ASSERT_THROW(a.InsertAt(1, Make('?')), CInvalidArgException); // behind the end
+        CPPUNIT_ASSERT_EQUAL(std::string("?"), csDied);
+        for (char ch : std::string("acdef"))
+            a.Add(Make(ch));
+        a.InsertAt(1, Make('b'));
+        CPPUNIT_ASSERT_EQUAL(std::string("abcdef"), Names(a));
+        CPPUNIT_ASSERT_EQUAL('f', a[a.GetUpperBound()]->GetName());
+        CPPUNIT_ASSERT_THROW((void)a.GetAt(6), CInvalidArgException);
+
+        // Detach hands the element over alive; RemoveAt destroys, in order.
+        CTrackedPtr pC = a.Detach(2);
+        CPPUNIT_ASSERT_EQUAL(std::string("abdef"), Names(a));
+        a.RemoveAt(1, 2);
+        CPPUNIT_ASSERT_EQUAL(std::string("?bd"), csDied);
+        CPPUNIT_ASSERT_THROW(a.RemoveAt(2, 2), CInvalidArgException);
+        CArray<CTracked*, CTracked*> aPointers;
+        a.CopyPointers(aPointers);
+        CPPUNIT_ASSERT_EQUAL(3, aPointers.GetSize());
+        CPPUNIT_ASSERT(aPointers[1] == a[1]);
+        {
+            COwningPtrArray<CTracked> b;
+            for (char ch : std::string("123"))
+                b.Add(Make(ch));
+            b.RemoveFrom(3);
+            b.RemoveFrom(2);
+        }
+        CPPUNIT_ASSERT_EQUAL(std::string("?bd312"), csDied);
+        a.RemoveAll();
+        CPPUNIT_ASSERT_EQUAL(std::string("?bd312aef"), csDied);
+        CPPUNIT_ASSERT(a.IsEmpty());
+        CPPUNIT_ASSERT_EQUAL('c', pC->GetName());
     }
 
 private:

@@ -29,7 +29,8 @@ public:
         CPPUNIT_ASSERT(strip.CreateBitmap(16 * 12, 15));
         CPen pen(PS_GEOMETRIC | PS_DOT, 1, RGB(1, 2, 3));
         CPen* pOldPen = dc.SelectObject(&pen);
-        CPPUNIT_ASSERT(pOldPen && pOldPen->GetColor() == RGB(0, 0, 0));
+        CPPUNIT_ASSERT(pOldPen);
+        CPPUNIT_ASSERT(pOldPen->GetColor() == RGB(0, 0, 0));
         CPPUNIT_ASSERT_EQUAL(RGB(0, 0, 0), dc.SetTextColor(RGB(10, 20, 30)));
 
         // The cell 2 of a strip, as a bookmark image is drawn.
@@ -38,10 +39,14 @@ public:
         CPPUNIT_ASSERT(dc.SelectObject(pOldPen) == &pen);
         CPPUNIT_ASSERT_EQUAL(std::size_t(1), dc.GetRecords().size());
         const CRecordingDC::SRecord& blt = dc.GetRecords()[0];
-        CPPUNIT_ASSERT(blt.kind == EKind::TransparentBlt && blt.pBitmap == &strip && blt.crColor == MAGENTA);
-        CPPUNIT_ASSERT(blt.rt == CRect(10, 20, 26, 35) && blt.rtSource == CRect(32, 0, 48, 15));
+        CPPUNIT_ASSERT(blt.kind == EKind::TransparentBlt);
+        CPPUNIT_ASSERT(blt.pBitmap == &strip);
+        CPPUNIT_ASSERT(blt.crColor == MAGENTA);
+        CPPUNIT_ASSERT(blt.rt == CRect(10, 20, 26, 35));
+        CPPUNIT_ASSERT(blt.rtSource == CRect(32, 0, 48, 15));
         CPPUNIT_ASSERT_EQUAL(RGB(10, 20, 30), blt.crText);
-        CPPUNIT_ASSERT(blt.pPen == &pen && blt.pen == CPen(PS_DOT, 1, RGB(1, 2, 3)));
+        CPPUNIT_ASSERT(blt.pPen == &pen);
+        CPPUNIT_ASSERT(blt.pen == CPen(PS_DOT, 1, RGB(1, 2, 3)));
         CPPUNIT_ASSERT_EQUAL(RGB(255, 255, 255), blt.brush.GetColor());
 
         // Lines run from the current position; a colour fill leaves its colour as background.
@@ -55,13 +60,15 @@ public:
         dc.FillRect(CRect(1, 1, 2, 2), &brush);
         const auto& aRecords = dc.GetRecords();
         CPPUNIT_ASSERT_EQUAL(std::size_t(5), aRecords.size());
-        CPPUNIT_ASSERT(aRecords[1].kind == EKind::Line &&
-                       aRecords[1].aPoints == (std::vector<CPoint>{{5, 6}, {7, 8}}));
-        CPPUNIT_ASSERT(aRecords[2].aPoints == (std::vector<CPoint>{{7, 8}, {9, 10}}) &&
-                       aRecords[2].pPen == pOldPen);
-        CPPUNIT_ASSERT(aRecords[3].kind == EKind::FillSolidRect && aRecords[3].crColor == RGB(200, 0, 0));
-        CPPUNIT_ASSERT(aRecords[4].kind == EKind::FillRect && aRecords[4].crColor == RGB(0, 0, 99) &&
-                       aRecords[4].rt == CRect(1, 1, 2, 2));
+        CPPUNIT_ASSERT(aRecords[1].kind == EKind::Line);
+        CPPUNIT_ASSERT(aRecords[1].aPoints == (std::vector<CPoint>{{5, 6}, {7, 8}}));
+        CPPUNIT_ASSERT(aRecords[2].aPoints == (std::vector<CPoint>{{7, 8}, {9, 10}}));
+        CPPUNIT_ASSERT(aRecords[2].pPen == pOldPen);
+        CPPUNIT_ASSERT(aRecords[3].kind == EKind::FillSolidRect);
+        CPPUNIT_ASSERT(aRecords[3].crColor == RGB(200, 0, 0));
+        CPPUNIT_ASSERT(aRecords[4].kind == EKind::FillRect);
+        CPPUNIT_ASSERT(aRecords[4].crColor == RGB(0, 0, 99));
+        CPPUNIT_ASSERT(aRecords[4].rt == CRect(1, 1, 2, 2));
         dc.ClearRecords();
         CPPUNIT_ASSERT(dc.GetRecords().empty());
     }
@@ -71,7 +78,8 @@ public:
         CRecordingDC dc;
         CRect rtClip;
         CPPUNIT_ASSERT(dc.GetTextExtent(u"abc") == CSize(24, 16));
-        CPPUNIT_ASSERT(dc.GetClipBox(rtClip) == SIMPLEREGION && rtClip == CRect(0, 0, 640, 480));
+        CPPUNIT_ASSERT(dc.GetClipBox(rtClip) == SIMPLEREGION);
+        CPPUNIT_ASSERT(rtClip == CRect(0, 0, 640, 480));
         dc.SetCellSize(CSize(7, 13));
         dc.SetClipBox(CRect(5, 5, 5, 50));
         CPPUNIT_ASSERT(dc.GetTextExtent(u"ab\U0001D11E") == CSize(28, 13)); // code units, not characters
@@ -91,24 +99,38 @@ public:
         // Without a rectangle the options have nothing to work on.
         CPPUNIT_ASSERT(dc.ExtTextOut(3, 4, ETO_OPAQUE | ETO_CLIPPED, nullptr, u"", nullptr));
         const CPoint aTriangle[] = {{0, 0}, {4, 0}, {2, 3}};
-        CPPUNIT_ASSERT(dc.Polygon(aTriangle, 3) && dc.Rectangle(CRect(1, 2, 3, 4)) && dc.Ellipse(2, 2, 6, 6));
+        CPPUNIT_ASSERT(dc.Polygon(aTriangle, 3));
+        CPPUNIT_ASSERT(dc.Rectangle(CRect(1, 2, 3, 4)));
+        CPPUNIT_ASSERT(dc.Ellipse(2, 2, 6, 6));
 
         const auto& aRecords = dc.GetRecords();
         CPPUNIT_ASSERT_EQUAL(std::size_t(6), aRecords.size());
         const CRecordingDC::SRecord& text = aRecords[0];
-        CPPUNIT_ASSERT(text.kind == EKind::Text && text.csText == u"x\u00B6");
-        CPPUNIT_ASSERT(text.aPoints == std::vector<CPoint>{CPoint(20, 0)} && text.rt == rtChar);
-        CPPUNIT_ASSERT(text.nOptions == ETO_CLIPPED && (text.aDx == std::vector<int>{8, 9}));
-        CPPUNIT_ASSERT(text.nTextAlign == TA_CENTER && text.nBkMode == TRANSPARENT);
-        CPPUNIT_ASSERT(text.pFont == &font && text.font == font);
-        CPPUNIT_ASSERT(font.GetFaceName() == u"Courier New" && font.IsBold() && font.IsUnderline());
-        CPPUNIT_ASSERT(aRecords[1].pFont == pOldFont && aRecords[1].aDx.empty());
-        CPPUNIT_ASSERT(aRecords[1].csText == u"plain" && aRecords[1].nOptions == 0);
-        CPPUNIT_ASSERT(aRecords[2].nOptions == 0 && aRecords[2].rt.IsRectNull());
-        CPPUNIT_ASSERT(aRecords[3].kind == EKind::Polygon &&
-                       aRecords[3].aPoints == std::vector<CPoint>(aTriangle, aTriangle + 3));
-        CPPUNIT_ASSERT(aRecords[4].kind == EKind::Rectangle && aRecords[4].rt == CRect(1, 2, 3, 4));
-        CPPUNIT_ASSERT(aRecords[5].kind == EKind::Ellipse && aRecords[5].rt == CRect(2, 2, 6, 6));
+        CPPUNIT_ASSERT(text.kind == EKind::Text);
+        CPPUNIT_ASSERT(text.csText == u"x\u00B6");
+        CPPUNIT_ASSERT(text.aPoints == std::vector<CPoint>{CPoint(20, 0)});
+        CPPUNIT_ASSERT(text.rt == rtChar);
+        CPPUNIT_ASSERT(text.nOptions == ETO_CLIPPED);
+        CPPUNIT_ASSERT((text.aDx == std::vector<int>{8, 9}));
+        CPPUNIT_ASSERT(text.nTextAlign == TA_CENTER);
+        CPPUNIT_ASSERT(text.nBkMode == TRANSPARENT);
+        CPPUNIT_ASSERT(text.pFont == &font);
+        CPPUNIT_ASSERT(text.font == font);
+        CPPUNIT_ASSERT(font.GetFaceName() == u"Courier New");
+        CPPUNIT_ASSERT(font.IsBold());
+        CPPUNIT_ASSERT(font.IsUnderline());
+        CPPUNIT_ASSERT(aRecords[1].pFont == pOldFont);
+        CPPUNIT_ASSERT(aRecords[1].aDx.empty());
+        CPPUNIT_ASSERT(aRecords[1].csText == u"plain");
+        CPPUNIT_ASSERT(aRecords[1].nOptions == 0);
+        CPPUNIT_ASSERT(aRecords[2].nOptions == 0);
+        CPPUNIT_ASSERT(aRecords[2].rt.IsRectNull());
+        CPPUNIT_ASSERT(aRecords[3].kind == EKind::Polygon);
+        CPPUNIT_ASSERT(aRecords[3].aPoints == std::vector<CPoint>(aTriangle, aTriangle + 3));
+        CPPUNIT_ASSERT(aRecords[4].kind == EKind::Rectangle);
+        CPPUNIT_ASSERT(aRecords[4].rt == CRect(1, 2, 3, 4));
+        CPPUNIT_ASSERT(aRecords[5].kind == EKind::Ellipse);
+        CPPUNIT_ASSERT(aRecords[5].rt == CRect(2, 2, 6, 6));
     }
 
     void RefusedCallsTest()
@@ -126,7 +148,8 @@ public:
         CPPUNIT_ASSERT(!dc.TransparentBlt(0, 0, 16, 16, &empty, 0, 0, 16, 16, MAGENTA));
         CPPUNIT_ASSERT(!dc.TransparentBlt(INT_MAX - 4, 0, 16, 16, &strip, 0, 0, 16, 16, MAGENTA));
         const CPoint pt(1, 1);
-        CPPUNIT_ASSERT(!dc.Polygon(nullptr, 3) && !dc.Polygon(&pt, 1));
+        CPPUNIT_ASSERT(!dc.Polygon(nullptr, 3));
+        CPPUNIT_ASSERT(!dc.Polygon(&pt, 1));
         dc.FillRect(CRect(0, 0, 1, 1), nullptr);
         CPPUNIT_ASSERT(dc.GetRecords().empty());
 
@@ -137,8 +160,10 @@ public:
         CPPUNIT_ASSERT(dc.SelectObject(&unmade) == nullptr);
         CPPUNIT_ASSERT(dc.SelectObject(static_cast<CFont*>(nullptr)) == nullptr);
         CPPUNIT_ASSERT(dc.SelectObject(&unmadePen) == nullptr);
-        CPPUNIT_ASSERT(dc.GetCurrentFont() == pFont && !pFont->IsNull());
-        CPPUNIT_ASSERT(dc.SetBkMode(3) == 0 && dc.GetBkMode() == OPAQUE);
+        CPPUNIT_ASSERT(dc.GetCurrentFont() == pFont);
+        CPPUNIT_ASSERT(!pFont->IsNull());
+        CPPUNIT_ASSERT(dc.SetBkMode(3) == 0);
+        CPPUNIT_ASSERT(dc.GetBkMode() == OPAQUE);
     }
 
     void FontAndPenTest()
@@ -153,32 +178,43 @@ public:
             ch = u'F';
         CFont font, same;
         CPPUNIT_ASSERT(font.CreateFontIndirect(logFont));
-        CPPUNIT_ASSERT(font.GetFaceName().GetLength() == 31 && font.GetHeight() == 13);
-        CPPUNIT_ASSERT(font.IsItalic() && !font.IsBold() && !font.IsStrikeOut());
+        CPPUNIT_ASSERT(font.GetFaceName().GetLength() == 31);
+        CPPUNIT_ASSERT(font.GetHeight() == 13);
+        CPPUNIT_ASSERT(font.IsItalic());
+        CPPUNIT_ASSERT(!font.IsBold());
+        CPPUNIT_ASSERT(!font.IsStrikeOut());
         LOGFONTW back{};
-        CPPUNIT_ASSERT(font.GetLogFont(&back) && back.lfHeight == -13);
-        CPPUNIT_ASSERT(back.lfFaceName[30] == u'F' && back.lfFaceName[31] == u'\0');
-        CPPUNIT_ASSERT(same.CreateFontIndirect(&back) && same == font);
+        CPPUNIT_ASSERT(font.GetLogFont(&back));
+        CPPUNIT_ASSERT(back.lfHeight == -13);
+        CPPUNIT_ASSERT(back.lfFaceName[30] == u'F');
+        CPPUNIT_ASSERT(back.lfFaceName[31] == u'\0');
+        CPPUNIT_ASSERT(same.CreateFontIndirect(&back));
+        CPPUNIT_ASSERT(same == font);
         // Refused records and pens change nothing.
         logFont.lfWeight = 1001;
-        CPPUNIT_ASSERT(!font.CreateFontIndirect(logFont) && !font.CreateFontIndirect(nullptr));
+        CPPUNIT_ASSERT(!font.CreateFontIndirect(logFont));
+        CPPUNIT_ASSERT(!font.CreateFontIndirect(nullptr));
         CPPUNIT_ASSERT(font == same);
         font.DeleteObject();
-        CPPUNIT_ASSERT(font.IsNull() && !font.GetLogFont(&back));
+        CPPUNIT_ASSERT(font.IsNull());
+        CPPUNIT_ASSERT(!font.GetLogFont(&back));
         CPen pen;
         CPPUNIT_ASSERT(pen.CreatePen(PS_GEOMETRIC | PS_SOLID, 1, RGB(1, 1, 1)));
-        CPPUNIT_ASSERT(!pen.CreatePen(7, 1, 0) && !pen.CreatePen(PS_DOT, -1, 0) &&
-                       !pen.CreatePen(0x100000, 1, 0));
+        CPPUNIT_ASSERT(!pen.CreatePen(7, 1, 0));
+        CPPUNIT_ASSERT(!pen.CreatePen(PS_DOT, -1, 0));
+        CPPUNIT_ASSERT(!pen.CreatePen(0x100000, 1, 0));
         CPPUNIT_ASSERT(pen == CPen(PS_SOLID, 1, RGB(1, 1, 1)));
     }
 
     void BitmapCopyTest()
     {
         CBitmap bitmap;
-        CPPUNIT_ASSERT(!bitmap.CreateBitmap(0, 5) &&
-                       !bitmap.CreateBitmap(CBitmap::MAX_SIDE, CBitmap::MAX_SIDE));
-        CPPUNIT_ASSERT(bitmap.IsNull() && bitmap.CreateBitmap(4, 2));
-        CPPUNIT_ASSERT(bitmap.GetPixel(3, 1) == 0 && bitmap.GetPixel(4, 0) == CLR_INVALID);
+        CPPUNIT_ASSERT(!bitmap.CreateBitmap(0, 5));
+        CPPUNIT_ASSERT(!bitmap.CreateBitmap(CBitmap::MAX_SIDE, CBitmap::MAX_SIDE));
+        CPPUNIT_ASSERT(bitmap.IsNull());
+        CPPUNIT_ASSERT(bitmap.CreateBitmap(4, 2));
+        CPPUNIT_ASSERT(bitmap.GetPixel(3, 1) == 0);
+        CPPUNIT_ASSERT(bitmap.GetPixel(4, 0) == CLR_INVALID);
         CPPUNIT_ASSERT(!bitmap.SetPixel(0, -1, MAGENTA));
         // A strip of two cells of 2 x 2: cell 1 has one transparent pixel.
         const COLORREF aColors[] = {RGB(1, 0, 0), RGB(2, 0, 0), RGB(3, 0, 0), MAGENTA,

@@ -94,8 +94,10 @@ public:
         CPPUNIT_ASSERT_EQUAL(UINT(37000), store.GetProfileInt(u"TextSettings", u"Settings", 0));
         CPPUNIT_ASSERT(store.GetProfileString(u"TextSettings", u"DateLongFormat", u"") == csText);
         std::vector<BYTE> aRead = {1, 2, 3};
-        CPPUNIT_ASSERT(store.GetProfileBinary(u"TextSettings", u"Font", aRead) && aRead == aBinary);
-        CPPUNIT_ASSERT(store.GetProfileBinary(u"TextSettings", u"Empty", aRead) && aRead.empty());
+        CPPUNIT_ASSERT(store.GetProfileBinary(u"TextSettings", u"Font", aRead));
+        CPPUNIT_ASSERT(aRead == aBinary);
+        CPPUNIT_ASSERT(store.GetProfileBinary(u"TextSettings", u"Empty", aRead));
+        CPPUNIT_ASSERT(aRead.empty());
 
         // Missing entries and values of another form give the defaults.
         CPPUNIT_ASSERT_EQUAL(UINT(4), store.GetProfileInt(u"TextSettings", u"Missing", 4));
@@ -103,7 +105,8 @@ public:
         CPPUNIT_ASSERT(store.GetProfileString(u"Nowhere", u"ACPath", u"def") == u"def");
         CPPUNIT_ASSERT(store.GetProfileString(u"Nowhere", u"ACPath").IsEmpty());
         aRead = {1};
-        CPPUNIT_ASSERT(!store.GetProfileBinary(u"TextSettings", u"DateLongFormat", aRead) && aRead.empty());
+        CPPUNIT_ASSERT(!store.GetProfileBinary(u"TextSettings", u"DateLongFormat", aRead));
+        CPPUNIT_ASSERT(aRead.empty());
 
         // A null value removes the entry, a null entry the section.
         CPPUNIT_ASSERT(store.WriteProfileString(u"Autocomplete", u"ACPath", nullptr));
@@ -148,7 +151,8 @@ public:
             << "[S]\nOdd=abc\nNotHex=0g\nSpaced=00 ff\nGood=00FFa0\nBig=4294967296\nMax=4294967295\n"
                "Neg=-2147483648\nNum=12x\nEscape=a\\qb\n";
         for (const char16_t* szEntry : {u"Odd", u"NotHex", u"Spaced"})
-            CPPUNIT_ASSERT(!pStore->GetProfileBinary(u"S", szEntry, aData) && aData.empty());
+            CPPUNIT_ASSERT(!pStore->GetProfileBinary(u"S", szEntry, aData));
+        CPPUNIT_ASSERT(aData.empty());
         CPPUNIT_ASSERT(pStore->GetProfileBinary(u"S", u"Good", aData));
         CPPUNIT_ASSERT((aData == std::vector<BYTE>{0x00, 0xFF, 0xA0}));
         CPPUNIT_ASSERT_EQUAL(UINT(5), pStore->GetProfileInt(u"S", u"Big", 5));
@@ -208,7 +212,8 @@ public:
             delete[] pData;
             CPPUNIT_ASSERT((aRead == std::vector<BYTE>{0x00, 0x10, 0xFF}));
             CPPUNIT_ASSERT(!pApp->GetProfileBinary(u"TextSettings", u"Missing", &pData, &nBytes));
-            CPPUNIT_ASSERT(pData == nullptr && nBytes == 0);
+            CPPUNIT_ASSERT(pData == nullptr);
+            CPPUNIT_ASSERT(nBytes == 0);
         }
         // A relative XDG_CONFIG_HOME is not used.
         CScopedEnv home("HOME", m_dir.string());

@@ -73,17 +73,21 @@ public:
         const std::string szUtf8 = csText.ToUtf8();
         CPPUNIT_ASSERT_EQUAL(std::string("a\xC3\xA9\xD0\x96\xE2\x82\xAC\xF0\x9F\x98\x80z\xF0\x90\x8D\x88"),
                              szUtf8);
-        CPPUNIT_ASSERT(CString::FromUtf8(szUtf8) == csText && csText.GetLength() == 9);
-        CPPUNIT_ASSERT(CString::FromUtf8("").IsEmpty() && CString().ToUtf8().empty());
+        CPPUNIT_ASSERT(CString::FromUtf8(szUtf8) == csText);
+        CPPUNIT_ASSERT(csText.GetLength() == 9);
+        CPPUNIT_ASSERT(CString::FromUtf8("").IsEmpty());
+        CPPUNIT_ASSERT(CString().ToUtf8().empty());
 
         // A bad lead, a sequence cut at the end, an overlong form and an encoded surrogate.
         const CString csBad = CString::FromUtf8("\xC3("
                                                 "\xC0\xAF"
                                                 "x\xED\xA0\x80y\xF0\x9F\x98");
-        CPPUNIT_ASSERT(IsWellFormed(csBad.Str()) && csBad.GetLength() >= 6);
+        CPPUNIT_ASSERT(IsWellFormed(csBad.Str()));
+        CPPUNIT_ASSERT(csBad.GetLength() >= 6);
         CPPUNIT_ASSERT_EQUAL(0xFFFD, UNIT(csBad[0]));
         CPPUNIT_ASSERT_EQUAL(UNIT(u'('), UNIT(csBad[1]));
-        CPPUNIT_ASSERT(csBad.Find(u'x') > 1 && csBad.Find(u'y') > csBad.Find(u'x'));
+        CPPUNIT_ASSERT(csBad.Find(u'x') > 1);
+        CPPUNIT_ASSERT(csBad.Find(u'y') > csBad.Find(u'x'));
         CPPUNIT_ASSERT_EQUAL(0xFFFD, UNIT(csBad[csBad.GetLength() - 1]));
 
         // Lone and reversed surrogates go out as replacement characters, never as broken UTF-8.
@@ -121,7 +125,8 @@ public:
         });
         // A width from the arguments can't make a huge field.
         const CString cs = Formatted(u"%*d", INT_MAX, 1);
-        CPPUNIT_ASSERT(cs.GetLength() <= 4096 && cs.Right(1) == u"1");
+        CPPUNIT_ASSERT(cs.GetLength() <= 4096);
+        CPPUNIT_ASSERT(cs.Right(1) == u"1");
     }
 
     void FindReplaceTest()
@@ -197,17 +202,28 @@ public:
 
     void CharClassesTest()
     {
-        CPPUNIT_ASSERT(IsCharAlpha(u'a') && IsCharAlpha(u'\u0416') && !IsCharAlpha(u'1') &&
-                       !IsCharAlpha(u'_'));
-        CPPUNIT_ASSERT(IsCharDigit(u'7') && IsCharDigit(u'\u0663') && !IsCharDigit(u'x'));
-        CPPUNIT_ASSERT(IsCharAlnum(u'7') && IsCharAlnum(u'\u00E9') && !IsCharAlnum(u'-'));
-        CPPUNIT_ASSERT(IsCharSpace(u' ') && IsCharSpace(u'\t') && IsCharSpace(u'\n') &&
-                       IsCharSpace(u'\u00A0') && IsCharSpace(u'\u3000') && !IsCharSpace(u'x'));
+        CPPUNIT_ASSERT(IsCharAlpha(u'a'));
+        CPPUNIT_ASSERT(IsCharAlpha(u'\u0416'));
+        CPPUNIT_ASSERT(!IsCharAlpha(u'1'));
+        CPPUNIT_ASSERT(!IsCharAlpha(u'_'));
+        CPPUNIT_ASSERT(IsCharDigit(u'7'));
+        CPPUNIT_ASSERT(IsCharDigit(u'\u0663'));
+        CPPUNIT_ASSERT(!IsCharDigit(u'x'));
+        CPPUNIT_ASSERT(IsCharAlnum(u'7'));
+        CPPUNIT_ASSERT(IsCharAlnum(u'\u00E9'));
+        CPPUNIT_ASSERT(!IsCharAlnum(u'-'));
+        CPPUNIT_ASSERT(IsCharSpace(u' '));
+        CPPUNIT_ASSERT(IsCharSpace(u'\t'));
+        CPPUNIT_ASSERT(IsCharSpace(u'\n'));
+        CPPUNIT_ASSERT(IsCharSpace(u'\u00A0'));
+        CPPUNIT_ASSERT(IsCharSpace(u'\u3000'));
+        CPPUNIT_ASSERT(!IsCharSpace(u'x'));
         CPPUNIT_ASSERT_EQUAL(0x416, UNIT(CharUpper(u'\u0436')));
         CPPUNIT_ASSERT_EQUAL(UNIT(u'a'), UNIT(CharLower(u'A')));
         CPPUNIT_ASSERT_EQUAL(UNIT(u'1'), UNIT(CharUpper(u'1')));
         // Surrogate halves are in no class and keep their value.
-        CPPUNIT_ASSERT(!IsCharAlpha(char16_t(0xD801)) && !IsCharSpace(char16_t(0xDC00)));
+        CPPUNIT_ASSERT(!IsCharAlpha(char16_t(0xD801)));
+        CPPUNIT_ASSERT(!IsCharSpace(char16_t(0xDC00)));
         CPPUNIT_ASSERT_EQUAL(0xD801, UNIT(CharUpper(char16_t(0xD801))));
     }
 };

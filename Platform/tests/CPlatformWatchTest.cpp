@@ -45,9 +45,11 @@ public:
                            "/dev/loop3 /snap/core squashfs ro 0 0",
                            aMounts);
         CPPUNIT_ASSERT_EQUAL(3, aMounts.GetSize());
-        CPPUNIT_ASSERT(aMounts[0].csMountPoint == u"/media/my stick" && aMounts[0].csType == u"vfat");
+        CPPUNIT_ASSERT(aMounts[0].csMountPoint == u"/media/my stick");
+        CPPUNIT_ASSERT(aMounts[0].csType == u"vfat");
         // A broken escape stays as written.
-        CPPUNIT_ASSERT(aMounts[1].csSource == u"server:/x" && aMounts[1].csMountPoint == u"/mnt/a\\b\\09");
+        CPPUNIT_ASSERT(aMounts[1].csSource == u"server:/x");
+        CPPUNIT_ASSERT(aMounts[1].csMountPoint == u"/mnt/a\\b\\09");
         CPPUNIT_ASSERT(aMounts[2].csSource == u"/dev/loop3");
 
         const struct
@@ -62,8 +64,10 @@ public:
         for (const auto& c : aCases)
             CPPUNIT_ASSERT_EQUAL(c.bDrive, CMountTable::IsDrive({c.szSource, u"/m", c.szType}));
 
-        CPPUNIT_ASSERT(!CMountTable(u"/no/such/mounts").Read(aMounts) && aMounts.IsEmpty());
-        CPPUNIT_ASSERT(CMountTable().Read(aMounts) && !aMounts.IsEmpty());
+        CPPUNIT_ASSERT(!CMountTable(u"/no/such/mounts").Read(aMounts));
+        CPPUNIT_ASSERT(aMounts.IsEmpty());
+        CPPUNIT_ASSERT(CMountTable().Read(aMounts));
+        CPPUNIT_ASSERT(!aMounts.IsEmpty());
         CEvent evStop(TRUE);
         CPPUNIT_ASSERT_EQUAL(WAIT_OBJECT_0, CMountTable().WaitForChange(INFINITE, &evStop));
     }
@@ -74,7 +78,8 @@ public:
         auto pThread = std::make_shared<CRecordingThread>();
         CPPUNIT_ASSERT_EQUAL(WAIT_OBJECT_0, pThread->WaitForEnd(0)); // never started
         CPPUNIT_ASSERT(pThread->PostThreadMessage(5, 1, 2));
-        CPPUNIT_ASSERT(pThread->CreateThread() && !pThread->CreateThread());
+        CPPUNIT_ASSERT(pThread->CreateThread());
+        CPPUNIT_ASSERT(!pThread->CreateThread());
         CPPUNIT_ASSERT(!pThread->IsCurrentThread());
         pThread->PostThreadMessage(7, 0, 0);
         pThread->PostThreadMessage(1, 0, 0);

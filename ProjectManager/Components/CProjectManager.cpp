@@ -114,7 +114,10 @@ void CProjectManager::Open(const CString& csFile)
     }
     // All items were read: only now does the list change.
     for (auto& pItem : aItems)
-        m_aRootItems.AddTail(pItem.release());
+    {
+        m_aRootItems.AddTail(pItem.get());
+        m_lOwnedRoots.AddTail(std::move(pItem));
+    }
     if (m_pExplorer)
         m_pExplorer->Refresh();
     m_bOpen = true;
@@ -167,9 +170,8 @@ void CProjectManager::Close()
 
 void CProjectManager::CloseAll()
 {
-    for (POSITION pos = m_aRootItems.GetHeadPosition(); pos;)
-        delete m_aRootItems.GetNext(pos);
     m_aRootItems.RemoveAll();
+    m_lOwnedRoots.RemoveAll();
 }
 
 void CProjectManager::Import(const CString& csFile)

@@ -7,6 +7,10 @@
 #include "ProjectManager/Components/IExplorerManager.h"
 #include "ProjectManager/Components/IProjectManager.h"
 
+#include "Platform/CList.h"
+
+#include <memory>
+
 class CProjectManager : public IProjectManager, public IExplorerManager
 {
 public:
@@ -52,7 +56,8 @@ private:
     [[nodiscard]] const CProjectItem* GetActiveProject() const;
 
     IExplorer* m_pExplorer = nullptr; // informed of changes, not owned
-    CTreeItemList m_aRootItems;       // the projects, owned
-    bool m_bOpen = false;             // a project was opened
-    bool m_bModified = false;         // the projects changed since read or saved
+    CTreeItemList m_aRootItems;       // the projects, as the explorer and the callers see them
+    CList<std::unique_ptr<CProjectItem>> m_lOwnedRoots; // the projects read, owned until CloseAll
+    bool m_bOpen = false;                               // a project was opened
+    bool m_bModified = false;                           // the projects changed since read or saved
 };

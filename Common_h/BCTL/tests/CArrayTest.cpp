@@ -32,7 +32,9 @@ public:
         aStrings.Add(u"a");
         CPPUNIT_ASSERT_EQUAL(100, aStrings.GetAllocSize());
         aStrings.InsertAt(0, u"b", 2);
-        CPPUNIT_ASSERT(aStrings.GetSize() == 3 && aStrings[1] == u"b" && aStrings[2] == u"a");
+        CPPUNIT_ASSERT(aStrings.GetSize() == 3);
+        CPPUNIT_ASSERT(aStrings[1] == u"b");
+        CPPUNIT_ASSERT(aStrings[2] == u"a");
     }
 
     void SetTest()
@@ -43,13 +45,16 @@ public:
         CPPUNIT_ASSERT_EQUAL(0, aValues[0] + aValues[1] + aValues[2]);
         aValues.SetAt(0, 5);
         aValues[1] = 6;
-        CPPUNIT_ASSERT(aValues.GetAt(0) == 5 && aValues.GetAt(1) == 6);
+        CPPUNIT_ASSERT(aValues.GetAt(0) == 5);
+        CPPUNIT_ASSERT(aValues.GetAt(1) == 6);
         CPPUNIT_ASSERT_THROW(aValues.SetAt(4, 1), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aValues.SetAt(-1, 1), CInvalidArgException);
         CPPUNIT_ASSERT_THROW((void)aValues.GetAt(4), CInvalidArgException);
         // An insert behind the end fills the gap with zeros.
         aValues.InsertAt(6, 9);
-        CPPUNIT_ASSERT(aValues.GetSize() == 7 && aValues[4] + aValues[5] == 0 && aValues[6] == 9);
+        CPPUNIT_ASSERT(aValues.GetSize() == 7);
+        CPPUNIT_ASSERT(aValues[4] + aValues[5] == 0);
+        CPPUNIT_ASSERT(aValues[6] == 9);
     }
 
     void RemoveTest()
@@ -59,13 +64,16 @@ public:
             aValues.Add(i);
         aValues.RemoveAt(1, 2);
         aValues.RemoveAt(3);
-        CPPUNIT_ASSERT(aValues.GetSize() == 3 && aValues[1] == 3 && aValues[2] == 4);
+        CPPUNIT_ASSERT(aValues.GetSize() == 3);
+        CPPUNIT_ASSERT(aValues[1] == 3);
+        CPPUNIT_ASSERT(aValues[2] == 4);
         CPPUNIT_ASSERT_THROW(aValues.RemoveAt(2, 2), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aValues.RemoveAt(3), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aValues.RemoveAt(0, -1), CInvalidArgException);
         CPPUNIT_ASSERT_EQUAL(3, aValues.GetSize());
         aValues.RemoveAll();
-        CPPUNIT_ASSERT(aValues.IsEmpty() && aValues.GetAllocSize() == 0);
+        CPPUNIT_ASSERT(aValues.IsEmpty());
+        CPPUNIT_ASSERT(aValues.GetAllocSize() == 0);
     }
 };
 

@@ -93,7 +93,8 @@ public:
         list.Remove(&first);
         CPPUNIT_ASSERT((Calls(list) == V{2}));
         list -= Method(&CDelegatesTest::Add2).get();
-        CPPUNIT_ASSERT(Calls(list).empty() && list.IsEmpty());
+        CPPUNIT_ASSERT(Calls(list).empty());
+        CPPUNIT_ASSERT(list.IsEmpty());
     }
 
     void CRemoveMethodDelegateFailure()
@@ -128,7 +129,9 @@ public:
         const CMethod a(this, &CDelegatesTest::Add1);
         const CFunction f(&Record);
         CPPUNIT_ASSERT(a.IsEqual(Method(&CDelegatesTest::Add1).get()));
-        CPPUNIT_ASSERT(!a.IsEqual(&f) && !f.IsEqual(&a) && !a.IsEqual(nullptr));
+        CPPUNIT_ASSERT(!a.IsEqual(&f));
+        CPPUNIT_ASSERT(!f.IsEqual(&a));
+        CPPUNIT_ASSERT(!a.IsEqual(nullptr));
         CPPUNIT_ASSERT(f.IsEqual(std::make_unique<CFunction>(&Record).get()));
         CPPUNIT_ASSERT(!f.IsEqual(std::make_unique<CFunction>(&Throw).get()));
     }

@@ -41,7 +41,8 @@ public:
         // Through the interface, from a changeable array, and given back with Release.
         CArrayImpl<int> aChangeable(CArrayEx<int>{7, 8});
         IStaticArray<int>* pArray = new CStaticArrayImpl<int>(&aChangeable);
-        CPPUNIT_ASSERT(pArray->GetSize() == 2 && pArray->GetValue(1) == 8);
+        CPPUNIT_ASSERT(pArray->GetSize() == 2);
+        CPPUNIT_ASSERT(pArray->GetValue(1) == 8);
         pArray->Release();
         CPPUNIT_ASSERT_THROW(CStaticArrayImpl<int>(static_cast<const IStaticArray<int>*>(nullptr)),
                              CNullPointerException);
@@ -53,7 +54,8 @@ public:
     {
         const CStaticArrayImpl<CString> aStrings(CArrayEx<CString>{u"1", u"2", u"4"});
         const IStaticArray<CString>& array = aStrings;
-        CPPUNIT_ASSERT(array.GetValue(0) == u"1" && array.GetValue(2) == u"4");
+        CPPUNIT_ASSERT(array.GetValue(0) == u"1");
+        CPPUNIT_ASSERT(array.GetValue(2) == u"4");
     }
 
     void GetValueTestError()

@@ -17,9 +17,7 @@ class CVectorExTest : public CppUnit::TestFixture
 public:
     void CreateTest()
     {
-        CPPUNIT_ASSERT(CVectorEx<int>().empty());
         const CVectorEx<CString> aThree{u"1", u"2", u"4"};
-        CPPUNIT_ASSERT_EQUAL(size_t(3), CVectorEx<CString>(aThree).size());
         CPPUNIT_ASSERT(CVectorEx<CString>(&aThree).GetValue(2) == u"4");
         CPPUNIT_ASSERT_THROW((void)aThree.GetValue(3), CErrorBoundsException);
         CPPUNIT_ASSERT_THROW((void)aThree.GetValue(-1), CErrorBoundsException);
@@ -29,15 +27,13 @@ public:
 
     void EqTest()
     {
-        const CVectorEx<int> a{1, 2, 4};
+        CVectorEx<int> a{1, 2, 4};
         CPPUNIT_ASSERT((a == CVectorEx<int>{1, 2, 4}));
-        CPPUNIT_ASSERT(!(a == CVectorEx<int>{1, 2}) && !(a == CVectorEx<int>{4, 2, 1}));
-        CVectorEx<int> b;
-        b = a;
-        CPPUNIT_ASSERT(b == a);
-        b.SetValue(2, 5);
-        CPPUNIT_ASSERT(!(b == a) && a.GetValue(2) == 4);
-        CPPUNIT_ASSERT_THROW(b.SetValue(3, 0), CErrorBoundsException);
+        CPPUNIT_ASSERT(!(a == CVectorEx<int>{1, 2}));
+        CPPUNIT_ASSERT(!(a == CVectorEx<int>{4, 2, 1}));
+        a.SetValue(2, 5);
+        CPPUNIT_ASSERT_EQUAL(5, a.GetValue(2));
+        CPPUNIT_ASSERT_THROW(a.SetValue(3, 0), CErrorBoundsException);
     }
 };
 

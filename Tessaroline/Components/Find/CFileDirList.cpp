@@ -30,16 +30,13 @@ BOOL CFileDirList::PushSearch(const CString& csFolder)
     auto pFind = std::make_unique<CFileFind>();
     if (!pFind->FindFile(csFolder + u"\\*.*"))
         return FALSE;
-    m_lSearches.AddTail(pFind.get());
-    pFind.release();
+    m_lSearches.AddTail(std::move(pFind));
     return TRUE;
 }
 
 void CFileDirList::PopSearch()
 {
-    CFileFind* pFind = m_lSearches.RemoveTail();
-    pFind->Close();
-    delete pFind;
+    m_lSearches.RemoveTail()->Close();
 }
 
 CString CFileDirList::GetNextFile()
@@ -48,7 +45,7 @@ CString CFileDirList::GetNextFile()
     {
         if (!m_lSearches.IsEmpty())
         {
-            CFileFind* pFind = m_lSearches.GetTail();
+            CFileFind* pFind = m_lSearches.GetTail().get();
             const BOOL bMore = pFind->FindNextFile();
             const CString csPath = pFind->GetFilePath();
             const BOOL bDots = pFind->IsDots();

@@ -10,6 +10,8 @@
 #include "Platform/CStringArray.h"
 #include "Platform/Types.h"
 
+#include <memory>
+
 class CFileDirList : public IFileList
 {
 public:
@@ -35,9 +37,9 @@ private:
     BOOL PushSearch(const CString& csFolder);
     void PopSearch();
 
-    CString m_csFolders;                              // as set
-    CStringArray m_aFolders;                          // m_csFolders exploded
-    int m_nCurFolder = -1;                            // the folder walked now, -1 before the first
-    CList<CFileFind*, CFileFind* const&> m_lSearches; // open searches, innermost at the tail; owned
+    CString m_csFolders;                           // as set
+    CStringArray m_aFolders;                       // m_csFolders exploded
+    int m_nCurFolder = -1;                         // the folder walked now, -1 before the first
+    CList<std::unique_ptr<CFileFind>> m_lSearches; // open searches, innermost at the tail; owned
     BOOL m_bRecursive = FALSE;
 };
