@@ -34,10 +34,7 @@ void CAITextProcessor::DoAutoIndent()
     CPoint pt = m_pViewBuffer->TextToActualText(GetCursorPosInView(FALSE));
     for (int i = 0; i < indent.m_nStops; ++i)
         pt.x += nIndent - pt.x % nIndent;
-    const int nWidth = m_pViewBuffer->GetLineInfo(pt.y).m_nActualLength;
-    CPoint ptView = m_pViewBuffer->ActualTextToText(pt);
-    if (pt.x > nWidth)
-        ptView.x = GetViewLength(pt.y) + pt.x - nWidth;
+    const CPoint ptView = m_pViewBuffer->ActualTextToText(pt);
     SetCursor(ptView, TRUE, TRUE, FALSE);
     EnsureVisibleInView(ptView, TRUE);
 }

@@ -653,9 +653,6 @@ void CTextProcessor::SetSelection(CPoint ptStart, CPoint ptEnd, BOOL bColumn, in
     {
         ptStoreStart = m_pViewBuffer->TextToActualText(ptStart);
         ptStoreEnd = m_pViewBuffer->TextToActualText(ptEnd);
-        // A point beyond a line keeps its distance from the line's end.
-        ptStoreStart.x += std::max(0, ptStart.x - GetViewLength(ptStart.y));
-        ptStoreEnd.x += std::max(0, ptEnd.x - GetViewLength(ptEnd.y));
     }
     m_Selection.SetSelection(ptStoreStart, ptStoreEnd, bColumn);
     if (bEnsure && bShowStart)
@@ -1075,12 +1072,7 @@ CPoint CTextProcessor::DeleteSelectionColumn()
         }
     }
     // The top left corner, beyond the line when the rectangle starts there.
-    const int y = std::min(ptTopLeft.y, GetLastLine());
-    CPoint pt = m_pViewBuffer->ActualTextToText(CPoint(ptTopLeft.x, y));
-    const int nWidth = m_pViewBuffer->GetLineInfo(y).m_nActualLength;
-    if (ptTopLeft.x > nWidth)
-        pt.x = GetViewLength(y) + ptTopLeft.x - nWidth;
-    return pt;
+    return m_pViewBuffer->ActualTextToText(CPoint(ptTopLeft.x, std::min(ptTopLeft.y, GetLastLine())));
 }
 
 CPoint CTextProcessor::DeleteSelection()

@@ -62,6 +62,17 @@ void CProcessorTestHarness::Setup(const CString& csMarked, int nWrap, CPoint ptC
         m_Processor.SetCursorPosInDoc(ptCursor, TRUE, TRUE);
 }
 
+bool CProcessorTestHarness::SetupFile(const char16_t* szFile, int nColumns, int nRows)
+{
+    if (!Load(szFile))
+        return false;
+    m_szScreen = CSize(nColumns, nRows);
+    m_View.OnScreenSizeChange(nullptr, m_szScreen);
+    m_Processor.Create(&m_View, &m_Settings, nullptr);
+    m_Processor.OnScreenSizeChange(nullptr, m_szScreen);
+    return true;
+}
+
 void CProcessorTestHarness::Run(const std::string& sCommands)
 {
     std::istringstream in(sCommands);

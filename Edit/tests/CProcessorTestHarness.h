@@ -5,6 +5,7 @@
 #pragma once
 
 #include "Edit/Commands/CAITextProcessor.h"
+#include "Edit/Commands/CNoOpTextFormatter.h"
 #include "Edit/tests/CViewTestHarness.h"
 
 #include <string>
@@ -31,6 +32,8 @@ public:
     // selection. The screen is 80 by 25 cells, or nWrap columns wide when wrapping.
     void Setup(const CString& csMarked, int nWrap = 0, CPoint ptCollapseStart = CPoint(-1, -1),
                CPoint ptCollapseEnd = CPoint(-1, -1));
+    // A file of the test data folder, with the screen nColumns by nRows cells; its undo list is empty.
+    bool SetupFile(const char16_t* szFile, int nColumns = 80, int nRows = 25);
     // Runs the commands; an unknown word is reported as a failure.
     void Run(const std::string& sCommands);
     // The document with the marks of the present cursor and selection.

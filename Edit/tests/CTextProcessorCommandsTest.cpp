@@ -206,7 +206,7 @@ public:
         // Every move and delete on an empty document leaves it as it is.
         static const SRow rows[] = {
             {u"|", "< > ^ v PgUp PgDn Home End WL WR Top Bottom PageTop PageBottom LineUp LineDown", u"|"},
-            {u"|", "+< +> +^ +v #< #> #v", u"|"},
+            {u"|", "+< +> +^ +v #< #> #< #v", u"|"},
             {u"|", "BS Del DelLine DelEol DelSol DelWord DelEow DelSow Untab Outdent Upper", u"|"},
             {u"|", "Undo Redo SelWord SelLine SelAll", u"|"},
             {u"ab\n|", "BS", u"ab|"},

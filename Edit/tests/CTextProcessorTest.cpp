@@ -1,0 +1,627 @@
+// The command processor: cursor, moves, selection, scrolling, events and the editing commands, on
+// a document of a few hundred lines and on small marked texts.
+#include "Edit/Commands/CEmptyTextProcessorEvents.h"
+#include "Edit/tests/CProcessorTestHarness.h"
+
+#include <cppunit/extensions/HelperMacros.h>
+#include <memory>
+#include <string>
+
+using SRow = CProcessorTestHarness::SRow;
+
+namespace
+{
+// Writes each event as a short word: "scroll", "cursor", "sel", "group<bits>:<command>".
+class CEventLog : public CEmptyTextProcessorEvents
+{
+public:
+    void OnChangeSelection(ITextProcessor*, CPoint, CPoint, BOOL) override { m_s += "sel "; }
+    void OnChangeCursorPos(ITextProcessor*, CPoint) override { m_s += "cursor "; }
+    void OnScroll(ITextProcessor*, CPoint) override { m_s += "scroll "; }
+    void OnEventsGroup(ITextProcessor*, DWORD dwEvents, int nCommand) override
+    {
+        m_s += "group" + std::to_string(dwEvents) + ":" + std::to_string(nCommand) + " ";
+    }
+    std::string Take()
+    {
+        std::string s = m_s;
+        m_s.clear();
+        return s;
+    }
+
+private:
+    std::string m_s;
+};
+} // namespace
+
+class CTextProcessorTest : public CppUnit::TestFixture
+{
+    CPPUNIT_TEST_SUITE(CTextProcessorTest);
+    CPPUNIT_TEST(CreateTest);
+    CPPUNIT_TEST(MoveLeftTest);
+    CPPUNIT_TEST(MoveLeftTestSelection);
+    CPPUNIT_TEST(MoveRightTest);
+    CPPUNIT_TEST(MoveRightTestKeepSelection);
+    CPPUNIT_TEST(MoveDownTest);
+    CPPUNIT_TEST(MoveUpTest);
+    CPPUNIT_TEST(MovePageDownTest);
+    CPPUNIT_TEST(MovePageDownTestSelection);
+    CPPUNIT_TEST(MovePageUpTest);
+    CPPUNIT_TEST(MoveHomeTest);
+    CPPUNIT_TEST(MoveUpDownTest1);
+    CPPUNIT_TEST(MoveToStartPageTest);
+    CPPUNIT_TEST(MoveToEndPageTest);
+    CPPUNIT_TEST(ModeLineUpDownTest);
+    CPPUNIT_TEST(DoOnCharTest);
+    CPPUNIT_TEST(DoOnCharTestModified);
+    CPPUNIT_TEST(DoUndoRedoTest);
+    CPPUNIT_TEST(DoBackspaceTest);
+    CPPUNIT_TEST(DoDeleteTest);
+    CPPUNIT_TEST(DoDeleteLineTest);
+    CPPUNIT_TEST(SelectionInViewTest);
+    CPPUNIT_TEST(IsInsideSelectionInViewTest);
+    CPPUNIT_TEST(SelectionInDocTest);
+    CPPUNIT_TEST(SetGetCursorPosInViewTest);
+    CPPUNIT_TEST(EnsureVisibleInViewTest);
+    CPPUNIT_TEST(OnScrollTest);
+    CPPUNIT_TEST(EventsTest);
+    CPPUNIT_TEST(ScreenToActualTextTest);
+    CPPUNIT_TEST(ActualTextToScreenTest);
+    CPPUNIT_TEST(ColumnSelectionTest);
+    CPPUNIT_TEST(ColumnSelectionDeleteTest);
+    CPPUNIT_TEST(BeginEndOperationTest);
+    // The registered cases keep their order above this line; further cases go below.
+    CPPUNIT_TEST(GoToDocLineTest);
+    CPPUNIT_TEST(AutoIndentTest);
+    CPPUNIT_TEST(StaleSelectionTest);
+    CPPUNIT_TEST_SUITE_END();
+
+public:
+    void setUp() override
+    {
+        m_pHarness = std::make_unique<CProcessorTestHarness>();
+        CPPUNIT_ASSERT(m_pHarness->SetupFile(u"test.dat"));
+        m_pHarness->m_Processor.AddEventHandler(&m_Log);
+    }
+    void tearDown() override { m_pHarness.reset(); }
+
+    CAITextProcessor& Proc() { return m_pHarness->m_Processor; }
+    CTextViewBuffer& View() { return m_pHarness->m_View; }
+
+    void CreateTest()
+    {
+        CPPUNIT_ASSERT(Proc().IsInit());
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), Proc().GetFirstVisblePoint());
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), Proc().GetCursorPosInView());
+        CPPUNIT_ASSERT_EQUAL(m_pHarness->m_Buffer.GetLinesCount(), View().GetLinesCount());
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+        Proc().Close();
+        CPPUNIT_ASSERT(!Proc().IsInit());
+    }
+
+    void MoveLeftTest()
+    {
+        Proc().DoMoveLeft(0);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), Proc().GetCursorPosInView());
+        // Beyond the end of line the raw cursor runs on while the clamped one stays at the end.
+        m_pHarness->m_Settings.SetCursorBeyondEol(TRUE);
+        const int nLength = View().GetLineInfo(0).m_nLength;
+        for (int i = 0; i <= nLength; ++i)
+            Proc().DoMoveRight(0);
+        CPPUNIT_ASSERT_EQUAL(CPoint(nLength, 0), Proc().GetCursorPosInView());
+        CPPUNIT_ASSERT_EQUAL(CPoint(nLength + 1, 0), Proc().GetCursorPosInView(FALSE));
+        // Without it, a left move from there only comes back to the end.
+        m_pHarness->m_Settings.SetCursorBeyondEol(FALSE);
+        Proc().DoMoveLeft(0);
+        CPPUNIT_ASSERT_EQUAL(CPoint(nLength, 0), Proc().GetCursorPosInView(FALSE));
+        Proc().AssertValid();
+    }
+
+    void MoveLeftTestSelection()
+    {
+        Proc().SetCursorPosInView(CPoint(1, 0));
+        Proc().DoMoveLeft(1);
+        CPoint ptStart, ptEnd;
+        Proc().GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 0), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), ptEnd);
+        Proc().DoMoveLeft(0);
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), Proc().GetCursorPosInView());
+    }
+
+    void MoveRightTest()
+    {
+        const int nLength = View().GetLineInfo(0).m_nLength;
+        Proc().SetCursorPosInView(CPoint(nLength, 0));
+        Proc().DoMoveRight(0);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 1), Proc().GetCursorPosInView());
+        Proc().DoMoveLeft(0);
+        CPPUNIT_ASSERT_EQUAL(CPoint(nLength, 0), Proc().GetCursorPosInView());
+    }
+
+    void MoveRightTestKeepSelection()
+    {
+        Proc().SetSelectionInView(CPoint(0, 0), CPoint(1, 0));
+        Proc().DoMoveRight(0);
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 0), Proc().GetCursorPosInView());
+
+        m_pHarness->m_Settings.SetKeepSelection(TRUE);
+        Proc().SetSelectionInView(CPoint(0, 0), CPoint(1, 0));
+        Proc().DoMoveRight(0);
+        CPPUNIT_ASSERT_EQUAL(CPoint(2, 0), Proc().GetCursorPosInView());
+        CPoint ptStart, ptEnd;
+        Proc().GetSelectionInView(ptStart, ptEnd);
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 0), ptEnd);
+    }
+
+    void MoveDownTest()
+    {
+        const int nLast = View().GetLinesCount() - 1;
+        for (int i = 0; i < nLast + 5; ++i)
+            Proc().DoMoveDown(0);
+        CPPUNIT_ASSERT_EQUAL(nLast, Proc().GetCursorPosInView().y);
+        // The window follows the cursor: it is the last visible line.
+        CPPUNIT_ASSERT_EQUAL(nLast - 24, Proc().GetFirstVisblePoint().y);
+        Proc().AssertValid();
+    }
+
+    void MoveUpTest()
+    {
+        Proc().SetCursorPosInView(CPoint(3, 2));
+        Proc().DoMoveUp(1);
+        Proc().DoMoveUp(1);
+        Proc().DoMoveUp(1);
+        CPoint ptStart, ptEnd;
+        Proc().GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(3, 2), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(3, 0), ptEnd);
+    }
+
+    void MovePageDownTest()
+    {
+        Proc().DoMovePageDown(0);
+        CPPUNIT_ASSERT_EQUAL(24, Proc().GetCursorPosInView().y);
+        CPPUNIT_ASSERT_EQUAL(24, Proc().GetFirstVisblePoint().y);
+        Proc().DoMovePageDown(0);
+        CPPUNIT_ASSERT_EQUAL(48, Proc().GetCursorPosInView().y);
+        CPPUNIT_ASSERT_EQUAL(48, Proc().GetFirstVisblePoint().y);
+    }
+
+    void MovePageDownTestSelection()
+    {
+        Proc().DoMovePageDown(1);
+        CPoint ptStart, ptEnd;
+        Proc().GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 24), ptEnd);
+        // A plain page move collapses at the stored end and moves on from there.
+        Proc().DoMovePageDown(0);
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+        CPPUNIT_ASSERT_EQUAL(48, Proc().GetCursorPosInView().y);
+    }
+
+    void MovePageUpTest()
+    {
+        Proc().SetCursorPosInView(CPoint(0, 100));
+        const int nFirst = Proc().GetFirstVisblePoint().y;
+        Proc().DoMovePageUp(0);
+        CPPUNIT_ASSERT_EQUAL(76, Proc().GetCursorPosInView().y);
+        CPPUNIT_ASSERT_EQUAL(nFirst - 24, Proc().GetFirstVisblePoint().y);
+        for (int i = 0; i < 10; ++i)
+            Proc().DoMovePageUp(0);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), Proc().GetCursorPosInView());
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), Proc().GetFirstVisblePoint());
+    }
+
+    void MoveHomeTest()
+    {
+        static const SRow rows[] = {
+            {u"\t  ab|c", "Home", u"\t  |abc"},
+            {u"\t  ab|c", "Home Home", u"|\t  abc"},
+            {u"\t  ab|c", "Home Home Home", u"\t  |abc"},
+            {u"   |", "Home", u"|   "},
+            {u"a|b", "+Home", u"|a[b"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveUpDownTest1()
+    {
+        // The desired column is a screen column: through a line with a tab the visual column holds.
+        static const SRow rows[] = {
+            {u"abcdefgh|\n\tx\nabcdefghij", "v v", u"abcdefgh\n\tx\nabcdefgh|ij"},
+            {u"abcde|f\n\tx\nabcdefghij", "v", u"abcdef\n\tx|\nabcdefghij"},
+            {u"abc|def\n\tx\nabcdefghij", "v", u"abcdef\n\t|x\nabcdefghij"},
+            {u"abcde|f\n\tx\nabcdefghij", "v v", u"abcdef\n\tx\nabcde|fghij"},
+            {u"abcde|f\nab\nabcdefghij", "v < v", u"abcdef\nab\na|bcdefghij"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveToStartPageTest()
+    {
+        Proc().SetFirstVisiblePoint(CPoint(0, 30));
+        Proc().SetCursorPosInView(CPoint(0, 40), FALSE);
+        Proc().DoMoveStartPage(0);
+        CPPUNIT_ASSERT_EQUAL(30, Proc().GetCursorPosInView().y);
+        // In a column selection it stays.
+        Proc().DoMoveRight(2);
+        const CPoint pt = Proc().GetCursorPosInView(FALSE);
+        Proc().DoMoveStartPage(2);
+        Proc().DoMoveStartDoc(2);
+        CPPUNIT_ASSERT_EQUAL(pt, Proc().GetCursorPosInView(FALSE));
+        CPPUNIT_ASSERT(Proc().IsColumnSel());
+    }
+
+    void MoveToEndPageTest()
+    {
+        Proc().SetFirstVisiblePoint(CPoint(0, 30));
+        Proc().SetCursorPosInView(CPoint(0, 40), FALSE);
+        Proc().DoMoveEndPage(0);
+        CPPUNIT_ASSERT_EQUAL(54, Proc().GetCursorPosInView().y);
+        CPPUNIT_ASSERT_EQUAL(30, Proc().GetFirstVisblePoint().y);
+    }
+
+    void ModeLineUpDownTest()
+    {
+        // From first visible line 10 with the cursor on the bottom line, one line up scrolls and
+        // pulls the cursor along to the new bottom line.
+        Proc().SetFirstVisiblePoint(CPoint(0, 10));
+        Proc().SetCursorPosInView(CPoint(0, 34), FALSE);
+        Proc().DoMoveLineUp(0);
+        CPPUNIT_ASSERT_EQUAL(9, Proc().GetFirstVisblePoint().y);
+        CPPUNIT_ASSERT_EQUAL(33, Proc().GetCursorPosInView().y);
+        // A cursor inside the window stays on its line.
+        Proc().SetCursorPosInView(CPoint(0, 20), FALSE);
+        Proc().DoMoveLineUp(0);
+        CPPUNIT_ASSERT_EQUAL(8, Proc().GetFirstVisblePoint().y);
+        CPPUNIT_ASSERT_EQUAL(20, Proc().GetCursorPosInView().y);
+        // Down: the cursor on the first line goes along with it.
+        Proc().SetCursorPosInView(CPoint(0, 8), FALSE);
+        Proc().DoMoveLineDown(0);
+        CPPUNIT_ASSERT_EQUAL(9, Proc().GetFirstVisblePoint().y);
+        CPPUNIT_ASSERT_EQUAL(9, Proc().GetCursorPosInView().y);
+    }
+
+    void DoOnCharTest()
+    {
+        const int nCount = View().GetLinesCount();
+        Proc().DoChar(L'x');
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 0), Proc().GetCursorPosInView());
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+        CPPUNIT_ASSERT_EQUAL(nCount, View().GetLinesCount());
+        CPPUNIT_ASSERT(m_pHarness->m_Buffer.GetLine(0) == u"x<?php");
+        Proc().DoChar(L'\r');
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 1), Proc().GetCursorPosInView());
+        CPPUNIT_ASSERT_EQUAL(nCount + 1, View().GetLinesCount());
+        // Control characters change nothing.
+        Proc().DoChar(7);
+        CPPUNIT_ASSERT_EQUAL(nCount + 1, View().GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 1), Proc().GetCursorPosInView());
+    }
+
+    void DoOnCharTestModified()
+    {
+        CPPUNIT_ASSERT(!m_pHarness->m_Buffer.IsModified());
+        CPPUNIT_ASSERT(!Proc().CanUndo());
+        Proc().DoChar(L'x');
+        CPPUNIT_ASSERT(m_pHarness->m_Buffer.IsModified());
+        Proc().DoUndo();
+        CPPUNIT_ASSERT(!m_pHarness->m_Buffer.IsModified());
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), Proc().GetCursorPosInView());
+        // A control character leaves no undo step.
+        Proc().DoChar(1);
+        CPPUNIT_ASSERT(!Proc().CanUndo());
+    }
+
+    void DoUndoRedoTest()
+    {
+        Proc().SetSelectionInDoc(CPoint(2, 3), CPoint(5, 4));
+        Proc().DoChar(L'z');
+        CPPUNIT_ASSERT_EQUAL(CPoint(3, 3), Proc().GetCursorPosInDoc());
+        Proc().DoUndo();
+        CPoint ptStart, ptEnd;
+        Proc().GetSelectionInDoc(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(2, 3), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(5, 4), ptEnd);
+        CPPUNIT_ASSERT_EQUAL(CPoint(5, 4), Proc().GetCursorPosInDoc());
+        CPPUNIT_ASSERT(Proc().CanRedo());
+        Proc().DoRedo();
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+        CPPUNIT_ASSERT_EQUAL(CPoint(3, 3), Proc().GetCursorPosInDoc());
+        // Nothing left to redo: nothing happens.
+        Proc().DoRedo();
+        CPPUNIT_ASSERT_EQUAL(CPoint(3, 3), Proc().GetCursorPosInDoc());
+        Proc().AssertValid();
+    }
+
+    void DoBackspaceTest()
+    {
+        const int nCount = View().GetLinesCount();
+        const int nLength0 = View().GetLineInfo(0).m_nLength;
+        Proc().SetCursorPosInView(CPoint(0, 1));
+        Proc().DoBackspace();
+        CPPUNIT_ASSERT_EQUAL(nCount - 1, View().GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(CPoint(nLength0, 0), Proc().GetCursorPosInView());
+        // A selection over a line break goes as a whole.
+        Proc().SetSelectionInView(CPoint(2, 1), CPoint(1, 2));
+        Proc().DoBackspace();
+        CPPUNIT_ASSERT_EQUAL(nCount - 2, View().GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(CPoint(2, 1), Proc().GetCursorPosInView());
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+    }
+
+    void DoDeleteTest()
+    {
+        const int nCount = View().GetLinesCount();
+        const CPoint ptEnd(View().GetLineInfo(0).m_nLength, 0);
+        Proc().SetCursorPosInView(ptEnd);
+        Proc().DoDelete();
+        CPPUNIT_ASSERT_EQUAL(nCount - 1, View().GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(ptEnd, Proc().GetCursorPosInView());
+    }
+
+    void DoDeleteLineTest()
+    {
+        const int nCount = View().GetLinesCount();
+        const CString csLine1 = m_pHarness->m_Buffer.GetLine(1);
+        Proc().DoDeleteLine();
+        CPPUNIT_ASSERT_EQUAL(nCount - 1, View().GetLinesCount());
+        CPPUNIT_ASSERT(m_pHarness->m_Buffer.GetLine(0) == csLine1);
+    }
+
+    void SelectionInViewTest()
+    {
+        CPoint ptStart, ptEnd;
+        Proc().SetCursorPosInView(CPoint(4, 2));
+        Proc().GetSelectionInView(ptStart, ptEnd);
+        CPPUNIT_ASSERT_EQUAL(CPoint(4, 2), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(4, 2), ptEnd);
+        Proc().SetSelectionInView(CPoint(5, 3), CPoint(1, 1), FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(4, 2), Proc().GetCursorPosInView());
+        Proc().GetSelectionInView(ptStart, ptEnd);
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 1), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(5, 3), ptEnd);
+        Proc().GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(5, 3), ptStart);
+        Proc().SetSelectionInView(CPoint(5, 3), CPoint(1, 1));
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 1), Proc().GetCursorPosInView());
+    }
+
+    void IsInsideSelectionInViewTest()
+    {
+        Proc().SetSelectionInView(CPoint(3, 1), CPoint(2, 3));
+        CPPUNIT_ASSERT(!Proc().IsInsideSelectionInView(CPoint(2, 1)));
+        CPPUNIT_ASSERT(Proc().IsInsideSelectionInView(CPoint(3, 1)));
+        CPPUNIT_ASSERT(Proc().IsInsideSelectionInView(CPoint(0, 2)));
+        CPPUNIT_ASSERT(Proc().IsInsideSelectionInView(CPoint(1, 3)));
+        CPPUNIT_ASSERT(!Proc().IsInsideSelectionInView(CPoint(2, 3)));
+        CPPUNIT_ASSERT(Proc().IsInsideSelectionInDoc(CPoint(0, 2)));
+    }
+
+    void SelectionInDocTest()
+    {
+        // Without collapsed regions and wrap, document and view points agree.
+        Proc().SetSelectionInDoc(CPoint(1, 5), CPoint(7, 6));
+        CPoint ptStart, ptEnd;
+        Proc().GetSelectionInDoc(ptStart, ptEnd);
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 5), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(7, 6), ptEnd);
+        CPPUNIT_ASSERT_EQUAL(CPoint(7, 6), Proc().GetCursorPosInDoc());
+        const CSelection sel = Proc().GetSelection();
+        CPPUNIT_ASSERT(!sel.IsColumnSel());
+    }
+
+    void SetGetCursorPosInViewTest()
+    {
+        Proc().SetCursorPosInView(CPoint(500, 1));
+        CPPUNIT_ASSERT_EQUAL(CPoint(View().GetLineInfo(1).m_nLength, 1), Proc().GetCursorPosInView(FALSE));
+        m_pHarness->m_Settings.SetCursorBeyondEol(TRUE);
+        Proc().SetCursorPosInView(CPoint(500, 1));
+        CPPUNIT_ASSERT_EQUAL(CPoint(500, 1), Proc().GetCursorPosInView(FALSE));
+        CPPUNIT_ASSERT_EQUAL(CPoint(View().GetLineInfo(1).m_nLength, 1), Proc().GetCursorPosInView());
+        // The desired column follows only when asked to.
+        Proc().SetCursorPosInView(CPoint(2, 1), TRUE, FALSE);
+        CPPUNIT_ASSERT_EQUAL(500, Proc().GetDesiredColumn());
+    }
+
+    void EnsureVisibleInViewTest()
+    {
+        // 80 columns: the horizontal step is 15.
+        Proc().EnsureVisibleInView(CPoint(0, 100), FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 76), Proc().GetFirstVisblePoint());
+        Proc().EnsureVisibleInView(CPoint(0, 50), FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 50), Proc().GetFirstVisblePoint());
+        if (View().GetMaxLineLength() > 95)
+        {
+            Proc().EnsureVisibleInView(CPoint(90, 50), FALSE);
+            CPPUNIT_ASSERT_EQUAL(CPoint(11 + 11 % 15, 50), Proc().GetFirstVisblePoint());
+            Proc().EnsureVisibleInView(CPoint(17, 50), FALSE);
+            CPPUNIT_ASSERT_EQUAL(CPoint(15, 50), Proc().GetFirstVisblePoint());
+        }
+    }
+
+    void OnScrollTest()
+    {
+        Proc().OnScroll(nullptr, 40, 1);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 40), Proc().GetFirstVisblePoint());
+        // Clamped to the last full window.
+        Proc().OnScroll(nullptr, 100000, 1);
+        CPPUNIT_ASSERT_EQUAL(View().GetLinesCount() - 25, Proc().GetFirstVisblePoint().y);
+        Proc().OnScroll(nullptr, -5, 1);
+        CPPUNIT_ASSERT_EQUAL(0, Proc().GetFirstVisblePoint().y);
+        MSG msg{};
+        msg.message = 261;
+        msg.wParam = 18;
+        CPPUNIT_ASSERT(Proc().OnPreTranslateMessage(nullptr, &msg));
+        msg.wParam = 17;
+        CPPUNIT_ASSERT(!Proc().OnPreTranslateMessage(nullptr, &msg));
+    }
+
+    void EventsTest()
+    {
+        m_Log.Take();
+        Proc().DoMoveRight(0);
+        CPPUNIT_ASSERT_EQUAL(std::string("cursor group1:0 "), m_Log.Take());
+        Proc().DoMoveRight(1);
+        CPPUNIT_ASSERT_EQUAL(std::string("cursor sel group3:0 "), m_Log.Take());
+        Proc().DoMovePageDown(0);
+        CPPUNIT_ASSERT_EQUAL(std::string("scroll cursor sel group7:0 "), m_Log.Take());
+        Proc().DoChar(L'a');
+        CPPUNIT_ASSERT_EQUAL(std::string("cursor sel group3:1 "), m_Log.Take());
+        Proc().DoTab();
+        CPPUNIT_ASSERT_EQUAL(std::string("cursor sel group3:21000 "), m_Log.Take());
+        // The code goes back to 0 after its group.
+        Proc().DoMoveLeft(0);
+        CPPUNIT_ASSERT_EQUAL(std::string("cursor group1:0 "), m_Log.Take());
+        // A move that changes nothing sends the cursor nonetheless; a scroll to the same place nothing.
+        Proc().SetFirstVisiblePoint(Proc().GetFirstVisblePoint());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_Log.Take());
+    }
+
+    void ScreenToActualTextTest()
+    {
+        Proc().SetFirstVisiblePoint(CPoint(0, 10));
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 10), Proc().ScreenToActualText(CPoint(0, 0)));
+        CPPUNIT_ASSERT_EQUAL(CPoint(300, View().GetLinesCount() - 1),
+                             Proc().ScreenToActualText(CPoint(300, View().GetLinesCount())));
+    }
+
+    void ActualTextToScreenTest()
+    {
+        Proc().SetFirstVisiblePoint(CPoint(0, 10));
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), Proc().ActualTextToScreen(CPoint(0, 10)));
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, -1), Proc().ActualTextToScreen(CPoint(0, 0)));
+        CPPUNIT_ASSERT_EQUAL(CPoint(-3, 5), Proc().ActualTextToScreen(CPoint(-3, 15)));
+    }
+
+    void ColumnSelectionTest()
+    {
+        Proc().SetCursorPosInView(CPoint(1, 2));
+        Proc().DoMoveRight(2);
+        Proc().DoMoveRight(2);
+        Proc().DoMoveDown(2);
+        CPPUNIT_ASSERT(Proc().IsColumnSel());
+        CPoint ptStart, ptEnd;
+        Proc().GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 2), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(3, 3), ptEnd);
+        CPPUNIT_ASSERT(Proc().IsInsideSelectionInView(CPoint(2, 3)));
+        CPPUNIT_ASSERT(!Proc().IsInsideSelectionInView(CPoint(0, 3)));
+        CPPUNIT_ASSERT(!Proc().IsInsideSelectionInView(CPoint(3, 2)));
+        // A plain move ends it.
+        Proc().DoMoveLeft(0);
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+    }
+
+    void ColumnSelectionDeleteTest()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"abcd\nefgh\nij");
+        h.m_Processor.SetCursorPosInView(CPoint(1, 0));
+        h.Run("#> #> #v #v");
+        h.Run("Del");
+        CPPUNIT_ASSERT_EQUAL(std::string("ad\r\neh\r\ni"), ToUtf8(h.Text()));
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 0), h.m_Processor.GetCursorPosInView());
+        h.Run("Undo");
+        CPPUNIT_ASSERT_EQUAL(std::string("abcd\r\nefgh\r\nij"), ToUtf8(h.Text()));
+        CPPUNIT_ASSERT(h.m_Processor.IsColumnSel());
+        // Typing replaces the rectangle by one character at its top left corner.
+        h.Run("'X");
+        CPPUNIT_ASSERT_EQUAL(std::string("aXd\r\neh\r\ni"), ToUtf8(h.Text()));
+    }
+
+    void BeginEndOperationTest()
+    {
+        const CString csLine0 = m_pHarness->m_Buffer.GetLine(0);
+        Proc().SetCursorPosInView(CPoint(2, 0));
+        Proc().BeginOperation();
+        Proc().DoChar(L'a');
+        Proc().BeginOperation();
+        Proc().DoChar(L'b');
+        Proc().EndOperation();
+        Proc().DoTab();
+        Proc().EndOperation();
+        Proc().AssertValid();
+        CPPUNIT_ASSERT_EQUAL(CPoint(5, 0), Proc().GetCursorPosInView());
+        // One step takes all three back, cursor included.
+        Proc().DoUndo();
+        CPPUNIT_ASSERT(m_pHarness->m_Buffer.GetLine(0) == csLine0);
+        CPPUNIT_ASSERT_EQUAL(CPoint(2, 0), Proc().GetCursorPosInView());
+        CPPUNIT_ASSERT(!Proc().CanUndo());
+        Proc().DoRedo();
+        CPPUNIT_ASSERT_EQUAL(CPoint(5, 0), Proc().GetCursorPosInView());
+        // An unmatched end does nothing.
+        Proc().EndOperation();
+        Proc().AssertValid();
+    }
+
+    void GoToDocLineTest()
+    {
+        Proc().GoToDocLine(200);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 200), Proc().GetCursorPosInDoc());
+        CPPUNIT_ASSERT_EQUAL(200 - 12, Proc().GetFirstVisblePoint().y);
+        Proc().GoToDocLine(3);
+        CPPUNIT_ASSERT_EQUAL(0, Proc().GetFirstVisblePoint().y);
+    }
+
+    void AutoIndentTest()
+    {
+        // A formatter that asks for the line "  x" or for two virtual indent stops.
+        class CFormatter : public CNoOpTextFormatter
+        {
+        public:
+            SIndent GetIndent(int, BOOL) override
+            {
+                SIndent indent;
+                indent.m_bChange = TRUE;
+                indent.m_bVirtual = m_bVirtual;
+                indent.m_csText = u"  x";
+                indent.m_nStops = 2;
+                return indent;
+            }
+            BOOL m_bVirtual = FALSE;
+        } formatter;
+        CProcessorTestHarness h;
+        h.Setup(u"abc\n|x");
+        h.m_Settings.SetAutoFormat(FALSE);
+        h.m_Processor.SetFormatter(&formatter);
+        h.m_Processor.DoAutoIndent();
+        CPPUNIT_ASSERT_EQUAL(std::string("abc\n|x"), ToUtf8(h.Marked()));
+        h.m_Settings.SetAutoFormat(TRUE);
+        h.m_Processor.DoAutoIndent();
+        CPPUNIT_ASSERT_EQUAL(std::string("abc\n  x|"), ToUtf8(h.Marked()));
+        h.Run("Undo");
+        CPPUNIT_ASSERT_EQUAL(std::string("abc\n|x"), ToUtf8(h.Marked()));
+        // Virtual: no text change, the cursor goes two stops of 4 to the right, past the line.
+        formatter.m_bVirtual = TRUE;
+        h.m_Settings.SetIndentSize(4);
+        h.m_Processor.DoAutoIndent();
+        CPPUNIT_ASSERT_EQUAL(std::string("abc\r\nx"), ToUtf8(h.Text()));
+        CPPUNIT_ASSERT_EQUAL(CPoint(8, 1), h.m_Processor.GetCursorPosInView(FALSE));
+        // Typing there pads up to the cursor.
+        h.Run("'y");
+        CPPUNIT_ASSERT_EQUAL(std::string("abc\r\nx       y"), ToUtf8(h.Text()));
+    }
+
+    void StaleSelectionTest()
+    {
+        // A selection that an edit outside the processor shortened still deletes safely.
+        CProcessorTestHarness h;
+        h.Setup(u"abcdef\n[ghijkl|");
+        h.m_Buffer.DeleteText(CPoint(0, 0), CPoint(3, 1));
+        h.m_Processor.AssertValid();
+        h.Run("BS");
+        CPPUNIT_ASSERT_EQUAL(std::string("|"), ToUtf8(h.Marked()));
+        h.Run("Del BS Undo Undo");
+        h.m_Processor.AssertValid();
+    }
+
+private:
+    std::unique_ptr<CProcessorTestHarness> m_pHarness;
+    CEventLog m_Log;
+};
+
+CPPUNIT_TEST_SUITE_NAMED_REGISTRATION(CTextProcessorTest, "All Tests");
