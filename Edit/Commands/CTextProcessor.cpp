@@ -1,5 +1,6 @@
 #include "Edit/Commands/CTextProcessor.h"
 
+#include "Edit/Model/IOutliningBuffer.h"
 #include "Edit/Model/ITextBuffer.h"
 #include "Edit/Model/IUndoRedoBuffer.h"
 #include "Edit/View/CCommonString.h"
@@ -1696,4 +1697,155 @@ void CTextProcessor::DoInsertTextDateShort()
 void CTextProcessor::DoInsertTextDateTime()
 {
     InsertDate(m_pSettings->GetTimeFormat());
+}
+
+// ---------------------------------------------------------------------------------------------
+// Mouse.
+
+CPoint CTextProcessor::ScreenToView(CPoint pos)
+{
+    CPoint pt = ScreenToActualText(pos);
+    pt.x = std::max(0, pt.x);
+    pt.y = std::max(0, pt.y);
+    return m_pViewBuffer->ActualTextToText(pt);
+}
+
+int CTextProcessor::GetWordLeftEdge(CPoint pt)
+{
+    CPoint ptStart, ptEnd;
+    GetWordRange(pt.x, pt.y, ptStart, ptEnd);
+    return ptStart.x;
+}
+
+int CTextProcessor::GetWordRightEdge(CPoint pt)
+{
+    CPoint ptStart, ptEnd;
+    GetWordRange(pt.x, pt.y, ptStart, ptEnd);
+    return ptEnd.x;
+}
+
+void CTextProcessor::OnTextLButtonDown(ITextScreen*, UINT nFlags, CPoint pos)
+{
+    if (!m_bInit)
+        return;
+    m_bLButtonDown = TRUE;
+    const CPoint pt = ScreenToView(pos);
+    m_ptWordAnchor = (nFlags & MK_CONTROL) ? pt : CPoint(-1, -1);
+    if (m_ptWordAnchor.y < 0)
+    {
+        SetSelectionInView(pt, pt, TRUE, FALSE);
+        return;
+    }
+    CPoint ptStart, ptEnd;
+    GetWordRange(pt.x, pt.y, ptStart, ptEnd);
+    const BOOL bColumn = (nFlags & MK_ALT) != 0;
+    SetSelection(ptStart, ptEnd, bColumn, 2, TRUE, FALSE);
+    if (bColumn)
+        m_ptWordAnchor = ptStart;
+}
+
+void CTextProcessor::OnTextLButtonUp(ITextScreen*, UINT, CPoint)
+{
+    m_ptWordAnchor = CPoint(-1, -1);
+    m_bLButtonDown = FALSE;
+}
+
+void CTextProcessor::OnMouseMove(ITextScreen*, UINT nFlags, CPoint pos)
+{
+    if (!m_bInit)
+        return;
+    if (m_nLineSelStart >= 0)
+    {
+        SelectLines(ScreenToView(pos));
+        return;
+    }
+    if (!(nFlags & MK_LBUTTON) || !m_bLButtonDown)
+        return;
+    CPoint pt = ScreenToView(pos);
+    if (!m_pSettings->GetCursorBeyondEol() && !IsColumnSel())
+        pt.x = std::min(pt.x, GetViewLength(pt.y));
+    CPoint ptStart, ptEnd;
+    m_Selection.GetSelection(ptStart, ptEnd, FALSE);
+    if (IsColumnSel())
+        ptStart = m_pViewBuffer->ActualTextToText(ptStart);
+    ptEnd = pt;
+    const BOOL bColumn = m_Selection.IsEmpty() ? (nFlags & MK_ALT) != 0 : IsColumnSel();
+    if (m_ptWordAnchor.y >= 0)
+    {
+        const CPoint ptAnchor = m_ptWordAnchor;
+        const bool bForward = bColumn ? ptAnchor.x < pt.x : CTextPoint(ptAnchor) < CTextPoint(pt);
+        if (bForward)
+        {
+            ptStart = CPoint(GetWordLeftEdge(ptAnchor), ptAnchor.y);
+            ptEnd = CPoint(GetWordRightEdge(pt), pt.y);
+        }
+        else
+        {
+            ptStart = CPoint(GetWordRightEdge(ptAnchor), ptAnchor.y);
+            ptEnd = CPoint(GetWordLeftEdge(pt), pt.y);
+        }
+    }
+    SetSelection(ptStart, ptEnd, bColumn, 2, TRUE, FALSE);
+}
+
+void CTextProcessor::OnAutoScroll(ITextScreen* pScreen, int nEdges, CPoint pos)
+{
+    if (!m_bInit)
+        return;
+    CSendEventsGroup group(m_dwPendingEvents, this);
+    CPoint pt = m_ptFirstVisible;
+    if (nEdges & AUTOSCROLL_BOTTOM)
+        ++pt.y;
+    else if (nEdges & AUTOSCROLL_TOP)
+        --pt.y;
+    else if (nEdges & AUTOSCROLL_LEFT)
+        --pt.x;
+    else if (nEdges & AUTOSCROLL_RIGHT)
+        ++pt.x;
+    SetFirstVisiblePoint(pt);
+    OnMouseMove(pScreen, MK_LBUTTON, pos);
+}
+
+void CTextProcessor::SelectLines(CPoint ptView)
+{
+    const int nStart = std::min(m_nLineSelStart, GetLastLine());
+    auto lineEnd = [this](int y)
+    { return y < GetLastLine() ? CPoint(0, y + 1) : CPoint(GetViewLength(y), y); };
+    if (ptView.y < nStart)
+        SetSelectionInView(lineEnd(nStart), ptView, TRUE, FALSE);
+    else
+        SetSelectionInView(CPoint(0, nStart), lineEnd(ptView.y), TRUE, FALSE);
+}
+
+void CTextProcessor::OnMarginLButtonDown(ITextScreen*, UINT, CPoint pos, int nMargin)
+{
+    if (!m_bInit || nMargin == 0)
+        return;
+    const CPoint pt = ScreenToView(pos);
+    if (nMargin == 2)
+    {
+        // A line where a region begins belongs to the outlining margin's own click.
+        COutliningArray aBlocks;
+        if (IOutliningBuffer* pOutlining = m_pViewBuffer->GetTextBuffer()->GetOutliningBuffer())
+            pOutlining->GetFirstBlock(m_pViewBuffer->GetLineInfo(pt.y).m_nRealLine, aBlocks);
+        if (aBlocks.GetSize() > 0)
+            return;
+    }
+    m_nLineSelStart = pt.y;
+    SelectLines(pt);
+}
+
+void CTextProcessor::OnMarginLButtonUp(ITextScreen*, UINT, CPoint, int)
+{
+    m_nLineSelStart = -1;
+}
+
+void CTextProcessor::OnTextLButtonDblClk(ITextScreen*, UINT, CPoint pos)
+{
+    if (!m_bInit)
+        return;
+    const CPoint pt = ScreenToView(pos);
+    CPoint ptStart, ptEnd;
+    GetWordRange(pt.x, pt.y, ptStart, ptEnd);
+    SetSelection(ptStart, ptEnd, FALSE, 2, TRUE, FALSE);
 }

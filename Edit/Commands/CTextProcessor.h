@@ -226,6 +226,13 @@ public:
 
     // ITextScreenEvents
     void OnScreenSizeChange(ITextScreen* pScreen, CSize szText) override;
+    void OnTextLButtonDown(ITextScreen* pScreen, UINT nFlags, CPoint pos) override;
+    void OnTextLButtonUp(ITextScreen* pScreen, UINT nFlags, CPoint pos) override;
+    void OnMouseMove(ITextScreen* pScreen, UINT nFlags, CPoint pos) override;
+    void OnAutoScroll(ITextScreen* pScreen, int nEdges, CPoint pos) override;
+    void OnMarginLButtonDown(ITextScreen* pScreen, UINT nFlags, CPoint pos, int nMargin) override;
+    void OnMarginLButtonUp(ITextScreen* pScreen, UINT nFlags, CPoint pos, int nMargin) override;
+    void OnTextLButtonDblClk(ITextScreen* pScreen, UINT nFlags, CPoint pos) override;
 
     // ICWndEvents
     void OnScroll(CWnd* pWnd, int nPos, int nBar) override;
@@ -280,6 +287,13 @@ protected:
     void GetLineRange(int& nFirst, int& nLast, int& nLeftColumn);
     void ChangeCase(int nMode);
     void InsertDate(const CString& csFormat);
+    // The view point under a screen cell.
+    CPoint ScreenToView(CPoint pos);
+    // The selection of whole lines from the start line to the view point.
+    void SelectLines(CPoint ptView);
+    // The left and right edges of the word or non-word run at the view point.
+    int GetWordLeftEdge(CPoint pt);
+    int GetWordRightEdge(CPoint pt);
 
     ITextViewBuffer* m_pViewBuffer = nullptr;
     ITextEditSettings* m_pSettings = nullptr;
