@@ -74,6 +74,12 @@ class CTextProcessorTest : public CppUnit::TestFixture
     CPPUNIT_TEST(GoToDocLineTest);
     CPPUNIT_TEST(AutoIndentTest);
     CPPUNIT_TEST(StaleSelectionTest);
+    CPPUNIT_TEST(OnTLButtonDown);
+    CPPUNIT_TEST(OnTMouseMove);
+    CPPUNIT_TEST(OnTMouseMoveEx);
+    CPPUNIT_TEST(OnTMouseMoveColSel);
+    CPPUNIT_TEST(DoSelectMouseWord);
+    CPPUNIT_TEST(OnAutoScrollTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -617,6 +623,98 @@ public:
         CPPUNIT_ASSERT_EQUAL(std::string("|"), ToUtf8(h.Marked()));
         h.Run("Del BS Undo Undo");
         h.m_Processor.AssertValid();
+    }
+
+    void OnTLButtonDown()
+    {
+        // Screen cells count from the first visible point.
+        Proc().SetFirstVisiblePoint(CPoint(0, 10));
+        Proc().OnTextLButtonDown(nullptr, MK_LBUTTON, CPoint(3, 2));
+        CPPUNIT_ASSERT_EQUAL(CPoint(3, 12), Proc().GetCursorPosInView());
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+        // Beyond the line the cursor stops at its end.
+        Proc().OnTextLButtonDown(nullptr, MK_LBUTTON, CPoint(500, 2));
+        CPPUNIT_ASSERT_EQUAL(CPoint(View().GetLineInfo(12).m_nLength, 12), Proc().GetCursorPosInView(FALSE));
+        Proc().OnTextLButtonUp(nullptr, 0, CPoint(500, 2));
+    }
+
+    void OnTMouseMove()
+    {
+        Proc().OnTextLButtonDown(nullptr, MK_LBUTTON, CPoint(2, 1));
+        Proc().OnMouseMove(nullptr, MK_LBUTTON, CPoint(4, 3));
+        CPoint ptStart, ptEnd;
+        Proc().GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(2, 1), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(4, 3), ptEnd);
+        CPPUNIT_ASSERT(!Proc().IsColumnSel());
+        // Without the button bit, or after the button came up, nothing follows the pointer.
+        Proc().OnMouseMove(nullptr, 0, CPoint(6, 5));
+        Proc().OnTextLButtonUp(nullptr, 0, CPoint(4, 3));
+        Proc().OnMouseMove(nullptr, MK_LBUTTON, CPoint(6, 5));
+        Proc().GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(4, 3), ptEnd);
+    }
+
+    void OnTMouseMoveEx()
+    {
+        // Control held: whole words from the anchor's word on, in both directions.
+        CProcessorTestHarness h;
+        h.Setup(u"alpha beta gamma\ndelta epsilon");
+        CAITextProcessor& p = h.m_Processor;
+        p.OnTextLButtonDown(nullptr, MK_LBUTTON | MK_CONTROL, CPoint(7, 0));
+        CPPUNIT_ASSERT_EQUAL(std::string("alpha [beta| gamma\ndelta epsilon"), ToUtf8(h.Marked()));
+        p.OnMouseMove(nullptr, MK_LBUTTON, CPoint(2, 1));
+        CPPUNIT_ASSERT_EQUAL(std::string("alpha [beta gamma\ndelta| epsilon"), ToUtf8(h.Marked()));
+        p.OnMouseMove(nullptr, MK_LBUTTON, CPoint(1, 0));
+        CPPUNIT_ASSERT_EQUAL(std::string("|alpha beta[ gamma\ndelta epsilon"), ToUtf8(h.Marked()));
+        p.OnTextLButtonUp(nullptr, 0, CPoint(1, 0));
+    }
+
+    void OnTMouseMoveColSel()
+    {
+        // Alt at the start of a drag makes a rectangle, also beyond short lines.
+        CProcessorTestHarness h;
+        h.Setup(u"abcdef\nab\nabcdef");
+        CAITextProcessor& p = h.m_Processor;
+        p.OnTextLButtonDown(nullptr, MK_LBUTTON | MK_ALT, CPoint(1, 0));
+        p.OnMouseMove(nullptr, MK_LBUTTON | MK_ALT, CPoint(4, 2));
+        CPPUNIT_ASSERT(p.IsColumnSel());
+        CPPUNIT_ASSERT(p.IsInsideSelectionInView(CPoint(3, 2)));
+        CPPUNIT_ASSERT(!p.IsInsideSelectionInView(CPoint(4, 0)));
+        // Alt released during the drag: it stays a rectangle.
+        p.OnMouseMove(nullptr, MK_LBUTTON, CPoint(5, 2));
+        CPPUNIT_ASSERT(p.IsColumnSel());
+        p.OnTextLButtonUp(nullptr, 0, CPoint(5, 2));
+        h.Run("Del");
+        CPPUNIT_ASSERT_EQUAL(std::string("af\r\na\r\naf"), ToUtf8(h.Text()));
+    }
+
+    void DoSelectMouseWord()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"one  two, three");
+        h.m_Processor.OnTextLButtonDblClk(nullptr, MK_LBUTTON, CPoint(6, 0));
+        CPPUNIT_ASSERT_EQUAL(std::string("one  [two|, three"), ToUtf8(h.Marked()));
+        // A run of blanks and delimiters is one range too.
+        h.m_Processor.OnTextLButtonDblClk(nullptr, MK_LBUTTON, CPoint(4, 0));
+        CPPUNIT_ASSERT_EQUAL(std::string("one[  |two, three"), ToUtf8(h.Marked()));
+        // Beyond the line: the last range.
+        h.m_Processor.OnTextLButtonDblClk(nullptr, MK_LBUTTON, CPoint(40, 0));
+        CPPUNIT_ASSERT_EQUAL(std::string("one  two, [three|"), ToUtf8(h.Marked()));
+    }
+
+    void OnAutoScrollTest()
+    {
+        Proc().OnTextLButtonDown(nullptr, MK_LBUTTON, CPoint(0, 0));
+        // Down wins over up; the selection follows the pointer in the moved window.
+        Proc().OnAutoScroll(nullptr, AUTOSCROLL_BOTTOM | AUTOSCROLL_TOP, CPoint(0, 24));
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 1), Proc().GetFirstVisblePoint());
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 25), Proc().GetCursorPosInView());
+        Proc().OnAutoScroll(nullptr, AUTOSCROLL_TOP, CPoint(0, 0));
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), Proc().GetFirstVisblePoint());
+        CPPUNIT_ASSERT(!Proc().IsSelection());
+        Proc().OnTextLButtonUp(nullptr, 0, CPoint(0, 0));
+        Proc().AssertValid();
     }
 
 private:
