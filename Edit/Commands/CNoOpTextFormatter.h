@@ -6,7 +6,7 @@
 class CNoOpTextFormatter : public ITextFormatter
 {
 public:
-    CString AutoFormat(CPoint, CPoint) override { return CString(); }
+    CString AutoFormat(CPoint, CPoint, const CString& csText) override { return csText; }
     CString ConvertTagCase(CPoint& ptStart, CPoint& ptEnd, int, int) override
     {
         ptStart = ptEnd = CPoint(-1, -1);

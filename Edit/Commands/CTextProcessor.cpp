@@ -1610,7 +1610,9 @@ void CTextProcessor::Do1TextFormat()
                    const BOOL bSelection = IsSelection();
                    const CPoint ptStart(0, nFirst);
                    const CPoint ptEnd(m_pViewBuffer->GetTextBuffer()->GetLine(nLast).GetLength(), nLast);
-                   const CString csText = m_pFormatter->AutoFormat(ptStart, ptEnd);
+                   CString csText;
+                   m_pViewBuffer->GetTextBuffer()->GetText(ptStart, ptEnd, csText);
+                   csText = m_pFormatter->AutoFormat(ptStart, ptEnd, csText);
                    CPoint ptResult;
                    ReplaceTextInDoc(ptStart, ptEnd, csText, ptResult);
                    if (bSelection)

@@ -16,8 +16,8 @@ struct ITextFormatter
         int m_nStops = 0;
     };
 
-    // The formatted text of the document range.
-    virtual CString AutoFormat(CPoint ptStart, CPoint ptEnd) = 0;
+    // The formatted form of csText, the text of the document range.
+    virtual CString AutoFormat(CPoint ptStart, CPoint ptEnd, const CString& csText) = 0;
     // The text of the range with tag names and attributes converted; the range may be widened.
     virtual CString ConvertTagCase(CPoint& ptStart, CPoint& ptEnd, int nNameConvert,
                                    int nAttributeConvert) = 0;

@@ -80,6 +80,9 @@ class CTextProcessorTest : public CppUnit::TestFixture
     CPPUNIT_TEST(OnTMouseMoveColSel);
     CPPUNIT_TEST(DoSelectMouseWord);
     CPPUNIT_TEST(OnAutoScrollTest);
+    CPPUNIT_TEST(DateInsertTest);
+    CPPUNIT_TEST(CompletionTest);
+    CPPUNIT_TEST(FormatterHookTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -717,7 +720,75 @@ public:
         Proc().AssertValid();
     }
 
+    void DateInsertTest()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"a[bc|d");
+        h.m_Settings.SetDateLongFormat(u"%Y");
+        h.m_Settings.SetDateShortFormat(u"[%m]");
+        h.m_Settings.SetTimeFormat(u"");
+        h.m_Processor.DoInsertTextDateLong();
+        const std::string s = ToUtf8(h.Marked());
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(s, std::size_t(7), s.size());
+        CPPUNIT_ASSERT_MESSAGE(s, s[0] == 'a' && s.substr(5) == "|d" && s[1] >= '2' && s[1] <= '9');
+        h.Run("Undo");
+        CPPUNIT_ASSERT_EQUAL(std::string("a[bc|d"), ToUtf8(h.Marked()));
+        // An empty result still replaces the selection.
+        h.m_Processor.DoInsertTextDateTime();
+        CPPUNIT_ASSERT_EQUAL(std::string("a|d"), ToUtf8(h.Marked()));
+        h.m_Processor.DoInsertTextDateShort();
+        CPPUNIT_ASSERT_EQUAL(std::size_t(7), ToUtf8(h.Marked()).size());
+    }
+
+    void CompletionTest()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"<a hr|ef=1>");
+        CAITextProcessor& p = h.m_Processor;
+        CPPUNIT_ASSERT_EQUAL(std::string("hr"), ToUtf8(p.GetWordToCursor()));
+        CPPUNIT_ASSERT_EQUAL(std::string("href"), ToUtf8(p.GetWordAtCursor(FALSE, FALSE)));
+        p.InsertCompletion(u"hreflang");
+        CPPUNIT_ASSERT_EQUAL(std::string("<a hreflang|=1>"), ToUtf8(h.Marked()));
+        h.Run("Undo");
+        CPPUNIT_ASSERT_EQUAL(std::string("<a hr|ef=1>"), ToUtf8(h.Marked()));
+        // Replacing a selection with the cursor left at its old place, or at a given point.
+        h.Setup(u"[abc|def");
+        p.ReplaceSelectionWith(u"XY", TRUE, -2);
+        CPPUNIT_ASSERT_EQUAL(std::string("[XY]d|ef"), ToUtf8(h.Marked()));
+        h.Setup(u"[abc|def");
+        p.ReplaceSelectionWith(u"XY", FALSE, 4);
+        CPPUNIT_ASSERT_EQUAL(std::string("XYde|f"), ToUtf8(h.Marked()));
+    }
+
+    void FormatterHookTest()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"[<B>x</B>|");
+        // Without a formatter and with the no-op one, these commands change nothing.
+        h.Run("SelAll");
+        const std::string sBefore = ToUtf8(h.Marked());
+        for (int i = 0; i < 2; ++i)
+        {
+            h.m_Processor.Do1TextFormat();
+            h.m_Processor.DoCommentText();
+            h.m_Processor.DoUnCommentText();
+            h.m_Processor.DoTagCaseConvert();
+            CPPUNIT_ASSERT_EQUAL(std::string("<B>x</B>"), ToUtf8(h.Text()));
+            h.m_Processor.SetFormatter(&m_NoOp);
+        }
+        // A formatter that wraps the range in a comment.
+        class CCommenter : public CNoOpTextFormatter
+        {
+        public:
+            CString CommentText(CPoint&, CPoint&) override { return u"<!--<B>x</B>-->"; }
+        } commenter;
+        h.m_Processor.SetFormatter(&commenter);
+        h.m_Processor.DoCommentText();
+        CPPUNIT_ASSERT_EQUAL(std::string("<!--<B>x</B>-->"), ToUtf8(h.Text()));
+    }
+
 private:
+    CNoOpTextFormatter m_NoOp;
     std::unique_ptr<CProcessorTestHarness> m_pHarness;
     CEventLog m_Log;
 };
