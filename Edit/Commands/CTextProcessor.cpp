@@ -598,7 +598,8 @@ void CTextProcessor::SetFirstVisiblePoint(CPoint pt)
 {
     CSendEventsGroup group(m_dwPendingEvents, this);
     pt.x = std::max(0, std::min(pt.x, m_pViewBuffer->GetMaxLineLength() - m_nColumns));
-    pt.y = std::max(0, std::min(pt.y, m_pViewBuffer->GetLinesCount() - m_nRows));
+    // Before the screen told its size a window of one line is assumed.
+    pt.y = std::max(0, std::min(pt.y, m_pViewBuffer->GetLinesCount() - std::max(1, m_nRows)));
     if (pt != m_ptFirstVisible)
     {
         m_ptFirstVisible = pt;

@@ -20,6 +20,7 @@ class CTextProcessorCommandsTest : public CppUnit::TestFixture
     CPPUNIT_TEST(CollapsedTest);
     CPPUNIT_TEST(SurrogatePairTest);
     CPPUNIT_TEST(EmptyDocumentTest);
+    CPPUNIT_TEST(RandomCommandsTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -213,6 +214,70 @@ public:
             {u"ab\n|", "Del WR", u"ab\n|"},
         };
         CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void RandomCommandsTest()
+    {
+        // Random commands in every selection mode must keep the processor valid (checked after each
+        // command) and the view equal to one built from scratch, and undo and redo must be exact.
+        static const char* const aWords[] = {"<",       ">",
+                                             "^",       "v",
+                                             "PgUp",    "PgDn",
+                                             "Home",    "End",
+                                             "WL",      "WR",
+                                             "Top",     "Bottom",
+                                             "LineUp",  "LineDown",
+                                             "'a",      "'\xc3\xa9",
+                                             "Enter",   "Space",
+                                             "BS",      "Del",
+                                             "Tab",     "Untab",
+                                             "DelLine", "DelEol",
+                                             "DelSol",  "DelWord",
+                                             "DelEow",  "DelSow",
+                                             "Indent",  "Outdent",
+                                             "Upper",   "Invert",
+                                             "Dup",     "SelWord",
+                                             "SelLine", "Undo",
+                                             "Redo",    "'\xf0\x9f\x98\x80"};
+        struct SSetup
+        {
+            int nWrap;
+            CPoint ptStart, ptEnd;
+        };
+        static const SSetup aSetups[] = {
+            {0, {-1, -1}, {-1, -1}}, {12, {-1, -1}, {-1, -1}}, {0, {3, 1}, {2, 3}}};
+        unsigned nSeed = 12345;
+        auto next = [&nSeed](unsigned n)
+        {
+            nSeed = nSeed * 1103515245u + 12345u;
+            return (nSeed >> 16) % n;
+        };
+        for (const SSetup& setup : aSetups)
+        {
+            CProcessorTestHarness h;
+            h.Setup(u"<div>\n\t<p>one two</p>\n  three, four\n\nfive six seven eight nine|", setup.nWrap,
+                    setup.ptStart, setup.ptEnd);
+            std::string sLog;
+            for (int i = 0; i < 300; ++i)
+            {
+                std::string sWord = aWords[next(std::size(aWords))];
+                if (sWord[0] != '\'' && next(4) == 0)
+                    sWord = (next(2) ? "+" : "#") + sWord;
+                sLog += sWord + " ";
+                h.Run(sWord);
+            }
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(sLog, std::string(), h.CompareWithScratch());
+            // The text went in as the first undo step: undoing all leaves nothing, redoing all
+            // comes back to where the commands ended.
+            const CString csFinal = h.Text();
+            while (h.m_Processor.CanUndo())
+                h.m_Processor.DoUndo();
+            CPPUNIT_ASSERT_MESSAGE(sLog, h.Text().IsEmpty());
+            while (h.m_Processor.CanRedo())
+                h.m_Processor.DoRedo();
+            CPPUNIT_ASSERT_MESSAGE(sLog, csFinal == h.Text());
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(sLog, std::string(), h.CompareWithScratch());
+        }
     }
 };
 
