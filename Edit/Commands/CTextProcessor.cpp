@@ -3,6 +3,7 @@
 #include "Edit/Model/IOutliningBuffer.h"
 #include "Edit/Model/ITextBuffer.h"
 #include "Edit/Model/IUndoRedoBuffer.h"
+#include "Edit/View/CClipboard.h"
 #include "Edit/View/CCommonString.h"
 #include "Edit/View/CTextPoint.h"
 
@@ -287,11 +288,9 @@ public:
 
 void CTextProcessor::CMoveBase::Aim(CPoint& pt, BOOL bColumn)
 {
-    pt.x = m_pProcessor->m_nDesiredColumn;
-    if (bColumn)
-        return;
+    pt.x = std::max(0, m_pProcessor->m_nDesiredColumn);
     pt = m_pProcessor->m_pViewBuffer->ActualTextToText(pt);
-    if (!m_pProcessor->m_pSettings->GetCursorBeyondEol())
+    if (!bColumn && !m_pProcessor->m_pSettings->GetCursorBeyondEol())
         pt.x = std::min(pt.x, m_pProcessor->GetViewLength(pt.y));
 }
 
@@ -1058,16 +1057,29 @@ CPoint CTextProcessor::DeleteSelectionStream()
     return ptResult;
 }
 
+BOOL CTextProcessor::GetColumnRow(int y, CPoint& ptLeft, CPoint& ptRight)
+{
+    CPoint ptTopLeft, ptBottomRight;
+    m_Selection.GetSelection(ptTopLeft, ptBottomRight, TRUE);
+    const int nLength = GetViewLength(y);
+    ptLeft = m_pViewBuffer->ActualTextToText(CPoint(std::max(0, ptTopLeft.x), y));
+    if (ptLeft.x > nLength)
+        return FALSE;
+    ptRight = m_pViewBuffer->ActualTextToText(CPoint(std::max(0, ptBottomRight.x), y));
+    ptRight.x = std::min(ptRight.x, nLength);
+    return TRUE;
+}
+
 CPoint CTextProcessor::DeleteSelectionColumn()
 {
     CPoint ptTopLeft, ptBottomRight;
     m_Selection.GetSelection(ptTopLeft, ptBottomRight, TRUE);
-    // Bottom up, so that the lines above keep their places.
+    ptBottomRight.y = std::min(ptBottomRight.y, GetLastLine());
+    // Bottom up, so that a change in a wrapped line can't disturb the rows above.
     for (int y = ptBottomRight.y; y >= ptTopLeft.y; --y)
     {
-        const CPoint ptLeft = m_pViewBuffer->ActualTextToText(CPoint(ptTopLeft.x, y));
-        const CPoint ptRight = m_pViewBuffer->ActualTextToText(CPoint(ptBottomRight.x, y));
-        if (ptLeft.x < ptRight.x)
+        CPoint ptLeft, ptRight;
+        if (GetColumnRow(y, ptLeft, ptRight) && ptLeft.x < ptRight.x)
         {
             CPoint ptResult;
             DeleteTextInView(ptResult, ptLeft, ptRight);
@@ -1084,12 +1096,43 @@ CPoint CTextProcessor::DeleteSelection()
     return IsColumnSel() ? DeleteSelectionColumn() : DeleteSelectionStream();
 }
 
-void CTextProcessor::ReplaceSelection(const CString& csText, BOOL bSetSelection, CPoint& ptEnd)
+void CTextProcessor::ReplaceSelection(const CString& csText, BOOL bColumnText, BOOL bSetSelection,
+                                      CPoint& ptEnd)
 {
     const CPoint pt = DeleteSelection();
-    InsertTextInView(pt, csText, ptEnd);
+    if (bColumnText)
+        InsertColumnText(pt, csText, ptEnd);
+    else
+        InsertTextInView(pt, csText, ptEnd);
     if (bSetSelection)
-        SetSelection(pt, ptEnd, FALSE, 1, TRUE, FALSE);
+        SetSelection(pt, ptEnd, bColumnText, 1, TRUE, FALSE);
+}
+
+void CTextProcessor::InsertColumnText(CPoint pt, const CString& csText, CPoint& ptEnd)
+{
+    ptEnd = pt;
+    if (csText.IsEmpty())
+        return;
+    ITextBuffer* pBuffer = m_pViewBuffer->GetTextBuffer();
+    const int nColumn = m_pViewBuffer->TextToActualText(pt).x;
+    int nStart = 0;
+    for (int i = 0; nStart <= csText.GetLength(); ++i)
+    {
+        int nBreak = csText.Find(u"\r\n", nStart);
+        if (nBreak < 0)
+            nBreak = csText.GetLength();
+        const CString csLine = csText.Mid(nStart, nBreak - nStart);
+        nStart = nBreak + 2;
+        if (csLine.IsEmpty())
+            continue;
+        while (m_pViewBuffer->GetLinesCount() <= pt.y + i)
+        {
+            const int nLast = pBuffer->GetLinesCount() - 1;
+            CPoint ptAdded;
+            pBuffer->InsertText(CPoint(pBuffer->GetLine(nLast).GetLength(), nLast), u"\r\n", ptAdded);
+        }
+        InsertTextInView(m_pViewBuffer->ActualTextToText(CPoint(nColumn, pt.y + i)), csLine, ptEnd);
+    }
 }
 
 void CTextProcessor::ReplaceSelectionWith(const CString& csText, BOOL bSetSelection, int nCursorMode)
@@ -1101,7 +1144,7 @@ void CTextProcessor::ReplaceSelectionWith(const CString& csText, BOOL bSetSelect
                    CPoint ptStart, ptSelEnd;
                    GetSelectionInDoc(ptStart, ptSelEnd, TRUE);
                    CPoint ptEnd;
-                   ReplaceSelection(csText, bSetSelection, ptEnd);
+                   ReplaceSelection(csText, IsColumnSel(), bSetSelection, ptEnd);
                    if (!bSetSelection)
                        SetSelectionInView(ptEnd, ptEnd, FALSE, FALSE);
                    switch (nCursorMode)
@@ -1168,7 +1211,7 @@ void CTextProcessor::DoChar(wchar_t ch)
                        DeleteTextInView(ptResult, ptCursor, CPoint(ptCursor.x + 1, ptCursor.y));
                    }
                    CPoint ptEnd;
-                   ReplaceSelection(csText, FALSE, ptEnd);
+                   ReplaceSelection(csText, FALSE, FALSE, ptEnd);
                    SetSelectionInView(ptEnd, ptEnd, TRUE, FALSE);
                });
 }
@@ -1421,8 +1464,6 @@ void CTextProcessor::DoTab()
                    int nFirst = 0, nLast = 0, nLeft = 0;
                    GetLineRange(nFirst, nLast, nLeft);
                    const BOOL bColumn = IsColumnSel();
-                   CPoint ptTopLeft, ptBottomRight;
-                   m_Selection.GetSelection(ptTopLeft, ptBottomRight, TRUE);
                    for (int y = nFirst; y <= nLast; ++y)
                    {
                        const CString& csLine = pBuffer->GetLine(y);
@@ -1433,9 +1474,16 @@ void CTextProcessor::DoTab()
                        InsertTextInDoc(CPoint(x, y), GetTabText(CPoint(x, y)), ptAfter);
                    }
                    if (bColumn)
-                       SetSelection(m_pViewBuffer->ActualTextToText(ptTopLeft + CPoint(1, 0)),
-                                    m_pViewBuffer->ActualTextToText(ptBottomRight + CPoint(1, 0)), TRUE, 1,
-                                    TRUE, FALSE);
+                   {
+                       // The rectangle moves right by one column, kept as screen columns.
+                       CPoint ptAnchor, ptMoving;
+                       m_Selection.GetSelection(ptAnchor, ptMoving, FALSE);
+                       ptAnchor.x += 1;
+                       ptMoving.x += 1;
+                       SetSelection(m_pViewBuffer->ActualTextToText(ptAnchor),
+                                    m_pViewBuffer->ActualTextToText(ptMoving), TRUE, 1, TRUE, FALSE);
+                       m_Selection.SetSelection(ptAnchor, ptMoving, TRUE);
+                   }
                });
 }
 
@@ -1851,4 +1899,114 @@ void CTextProcessor::OnTextLButtonDblClk(ITextScreen*, UINT, CPoint pos)
     CPoint ptStart, ptEnd;
     GetWordRange(pt.x, pt.y, ptStart, ptEnd);
     SetSelection(ptStart, ptEnd, FALSE, 2, TRUE, FALSE);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Clipboard.
+
+void CTextProcessor::GetTextInDoc(CPoint ptStart, CPoint ptEnd, CString& csText)
+{
+    ITextBuffer* pBuffer = m_pViewBuffer->GetTextBuffer();
+    Sort(ptStart, ptEnd);
+    const int nLast = pBuffer->GetLinesCount() - 1;
+    ptStart.y = std::max(0, std::min(ptStart.y, nLast));
+    ptEnd.y = std::max(0, std::min(ptEnd.y, nLast));
+    ptStart.x = std::max(0, std::min(ptStart.x, pBuffer->GetLine(ptStart.y).GetLength()));
+    ptEnd.x = std::max(0, std::min(ptEnd.x, pBuffer->GetLine(ptEnd.y).GetLength()));
+    pBuffer->GetText(ptStart, ptEnd, csText);
+}
+
+void CTextProcessor::GetTextInView(CPoint ptStart, CPoint ptEnd, CString& csText)
+{
+    GetTextInDoc(m_pViewBuffer->ViewToDoc(ptStart), m_pViewBuffer->ViewToDoc(ptEnd), csText);
+}
+
+void CTextProcessor::GetSelectedText(CString& csText)
+{
+    if (!IsColumnSel())
+    {
+        CPoint ptStart, ptEnd;
+        GetSelectionInView(ptStart, ptEnd, TRUE);
+        if (ptStart != ptEnd)
+            GetTextInView(ptStart, ptEnd, csText);
+        return;
+    }
+    csText.Empty();
+    CPoint ptTopLeft, ptBottomRight;
+    m_Selection.GetSelection(ptTopLeft, ptBottomRight, TRUE);
+    const int nBottom = std::min(ptBottomRight.y, GetLastLine());
+    for (int y = ptTopLeft.y; y <= nBottom; ++y)
+    {
+        CPoint ptLeft, ptRight;
+        if (GetColumnRow(y, ptLeft, ptRight) && ptLeft.x < ptRight.x)
+        {
+            CString csRow;
+            GetTextInView(ptLeft, ptRight, csRow);
+            csText += csRow;
+        }
+        // Pieces of one wrapped line join without a break.
+        if (y < nBottom &&
+            m_pViewBuffer->GetLineInfo(y + 1).m_nRealLine > m_pViewBuffer->GetLineInfo(y).m_nRealLine)
+            csText += u"\r\n";
+    }
+}
+
+BOOL CTextProcessor::CanPaste()
+{
+    return CClipboard::IsTextInClipboard();
+}
+
+void CTextProcessor::Copy(BOOL bAppend)
+{
+    if (m_pClipboardGuard && !m_pClipboardGuard->AllowClipboard(0, 0))
+        return;
+    if (!IsSelection() || (bAppend && IsColumnSel()))
+        return;
+    CString csText;
+    GetSelectedText(csText);
+    if (bAppend)
+        CClipboard::AppendToClipboard(csText);
+    else
+        CClipboard::PutToClipboard(csText, IsColumnSel());
+}
+
+void CTextProcessor::Cut(BOOL bAppend)
+{
+    if (m_pClipboardGuard && !m_pClipboardGuard->AllowClipboard(0, 0))
+        return;
+    if (!IsSelection() || (bAppend && IsColumnSel()))
+        return;
+    RunCommand(0,
+               [&]
+               {
+                   CString csText;
+                   GetSelectedText(csText);
+                   if (bAppend)
+                       CClipboard::AppendToClipboard(csText);
+                   else
+                       CClipboard::PutToClipboard(csText, IsColumnSel());
+                   const CPoint pt = DeleteSelection();
+                   SetSelectionInView(pt, pt, TRUE, FALSE);
+               });
+}
+
+void CTextProcessor::DoPaste()
+{
+    if (!CanPaste())
+        return;
+    RunCommand(0,
+               [&]
+               {
+                   CString csText;
+                   BOOL bColumn = FALSE;
+                   if (!CClipboard::GetFromClipboard(csText, bColumn))
+                       return;
+                   const CPoint pt = DeleteSelection();
+                   CPoint ptEnd;
+                   if (bColumn)
+                       InsertColumnText(pt, csText, ptEnd);
+                   else
+                       InsertTextInView(pt, csText, ptEnd);
+                   SetSelectionInView(ptEnd, ptEnd, TRUE, FALSE);
+               });
 }

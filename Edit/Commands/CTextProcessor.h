@@ -5,6 +5,7 @@
 
 #include "Edit/Commands/IACCompletePocessor.h"
 #include "Edit/Commands/ICharClassifier.h"
+#include "Edit/Commands/IClipboardGuard.h"
 #include "Edit/Commands/ITextEditorCommands.h"
 #include "Edit/Commands/ITextFormatter.h"
 #include "Edit/Commands/ITextProcessor.h"
@@ -164,6 +165,15 @@ public:
     // Replaces the selection; nCursorMode: -4, -2 back to the old cursor, -3 the insertion's start,
     // -1 where it is, else a document point with x in the low and y in the high 16 bits.
     void ReplaceSelectionWith(const CString& csText, BOOL bSetSelection, int nCursorMode);
+    // Text of a range, with "\r\n" between lines.
+    void GetTextInDoc(CPoint ptStart, CPoint ptEnd, CString& csText);
+    void GetTextInView(CPoint ptStart, CPoint ptEnd, CString& csText);
+    // The selected text; a rectangle gives its rows, one line break per document line crossed.
+    void GetSelectedText(CString& csText);
+    // Puts each line of csText at the screen column of pt on the lines from pt down, adding lines
+    // at the document's end as needed.
+    void InsertColumnText(CPoint pt, const CString& csText, CPoint& ptEnd);
+    void SetClipboardGuard(IClipboardGuard* pGuard) noexcept { m_pClipboardGuard = pGuard; }
     // Several commands as one undo step; may nest, the outermost pair counts.
     void BeginOperation();
     void EndOperation();
@@ -211,6 +221,16 @@ public:
     void DoSelectWord() override;
     void DoSelectLine() override;
     void DoSelectAll() override;
+    void DoCopy() override { Copy(FALSE); }
+    void DoPaste() override;
+    void DoCut() override { Cut(FALSE); }
+    void DoCutAppend() override { Cut(TRUE); }
+    void DoCopyAppend() override { Copy(TRUE); }
+    BOOL CanCopy() override { return IsSelection(); }
+    BOOL CanPaste() override;
+    BOOL CanCut() override { return IsSelection(); }
+    BOOL CanCutAppend() override { return IsSelection() && !IsColumnSel(); }
+    BOOL CanCopyAppend() override { return IsSelection() && !IsColumnSel(); }
     void DoUpperCase() override;
     void DoLowerCase() override;
     void DoInvertCase() override;
@@ -278,7 +298,11 @@ protected:
     CPoint DeleteSelection();
     CPoint DeleteSelectionStream();
     CPoint DeleteSelectionColumn();
-    void ReplaceSelection(const CString& csText, BOOL bSetSelection, CPoint& ptEnd);
+    void ReplaceSelection(const CString& csText, BOOL bColumnText, BOOL bSetSelection, CPoint& ptEnd);
+    // The view points of a rectangle's row on line y; FALSE when the row lies beyond the line.
+    BOOL GetColumnRow(int y, CPoint& ptLeft, CPoint& ptRight);
+    void Copy(BOOL bAppend);
+    void Cut(BOOL bAppend);
     // Filler that brings the document line up to column x.
     CString GetPadding(int nLine, int x);
     // What a tab inserts at the document point.
@@ -323,6 +347,7 @@ protected:
 
     ICharClassifier* m_pClassifier = nullptr;
     ITextFormatter* m_pFormatter = nullptr;
+    IClipboardGuard* m_pClipboardGuard = nullptr;
 
     CProcOperation* m_pOpenOperation = nullptr; // of BeginOperation, owned by the undo buffer
     int m_nOperationDepth = 0;                  // open BeginOperation calls and command frames

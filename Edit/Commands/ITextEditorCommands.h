@@ -42,6 +42,16 @@ struct ITextEditorCommands
     virtual void DoSelectWord() = 0;
     virtual void DoSelectLine() = 0;
     virtual void DoSelectAll() = 0;
+    virtual void DoCopy() = 0;
+    virtual void DoPaste() = 0;
+    virtual void DoCut() = 0;
+    virtual void DoCutAppend() = 0;
+    virtual void DoCopyAppend() = 0;
+    virtual BOOL CanCopy() = 0;
+    virtual BOOL CanPaste() = 0;
+    virtual BOOL CanCut() = 0;
+    virtual BOOL CanCutAppend() = 0;
+    virtual BOOL CanCopyAppend() = 0;
     virtual void DoUpperCase() = 0;
     virtual void DoLowerCase() = 0;
     virtual void DoInvertCase() = 0;

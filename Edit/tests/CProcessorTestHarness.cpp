@@ -17,11 +17,13 @@ CProcessorTestHarness::CProcessorTestHarness()
     m_Settings.SetBlockCursor(FALSE);
     m_Settings.SetInsertSpaces(FALSE);
     m_Settings.SetWrapMode(FALSE);
+    m_pOldClipboard = SetClipboardService(&m_Clipboard);
 }
 
 CProcessorTestHarness::~CProcessorTestHarness()
 {
     m_Processor.Close();
+    SetClipboardService(m_pOldClipboard == &m_Clipboard ? nullptr : m_pOldClipboard);
 }
 
 void CProcessorTestHarness::Setup(const CString& csMarked, int nWrap, CPoint ptCollapseStart,
@@ -135,6 +137,11 @@ void CProcessorTestHarness::Run(const std::string& sCommands)
         else if (sWord == "SelWord") p.DoSelectWord();
         else if (sWord == "SelLine") p.DoSelectLine();
         else if (sWord == "SelAll") p.DoSelectAll();
+        else if (sWord == "Copy") p.DoCopy();
+        else if (sWord == "Cut") p.DoCut();
+        else if (sWord == "Paste") p.DoPaste();
+        else if (sWord == "CopyAppend") p.DoCopyAppend();
+        else if (sWord == "CutAppend") p.DoCutAppend();
         else if (sWord == "Beyond") m_Settings.SetCursorBeyondEol(TRUE);
         else if (sWord == "Keep") m_Settings.SetKeepSelection(TRUE);
         else if (sWord == "Overwrite") m_Settings.SetBlockCursor(TRUE);

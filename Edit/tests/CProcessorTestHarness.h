@@ -8,6 +8,8 @@
 #include "Edit/Commands/CNoOpTextFormatter.h"
 #include "Edit/tests/CViewTestHarness.h"
 
+#include "Platform/ClipboardService.h"
+
 #include <string>
 
 class CProcessorTestHarness : public CViewTestHarness
@@ -52,6 +54,8 @@ public:
         CPPUNIT_ASSERT_MESSAGE(sFailures, sFailures.empty());
     }
 
+    CInProcessClipboard m_Clipboard; // empty at the start of each harness
+    IClipboardService* m_pOldClipboard = nullptr;
     CAITextProcessor m_Processor; // under test
 };
 

@@ -20,6 +20,7 @@ class CTextProcessorCommandsTest : public CppUnit::TestFixture
     CPPUNIT_TEST(CollapsedTest);
     CPPUNIT_TEST(SurrogatePairTest);
     CPPUNIT_TEST(EmptyDocumentTest);
+    CPPUNIT_TEST(ClipboardTest);
     CPPUNIT_TEST(RandomCommandsTest);
     CPPUNIT_TEST_SUITE_END();
 
@@ -216,6 +217,25 @@ public:
         CProcessorTestHarness::CheckTable(rows);
     }
 
+    void ClipboardTest()
+    {
+        // "#" moves make rectangles; a rectangle pastes as one at the cursor's screen column.
+        static const SRow rows[] = {
+            {u"[ab|cd", "Copy > Paste", u"abab|cd"},
+            {u"[ab|cd", "Copy Paste", u"ab|cd"},
+            {u"[ab|cd", "Cut End Paste", u"cdab|"},
+            {u"ab|cd", "Cut Paste", u"ab|cd"},
+            {u"[ab|cd", "CopyAppend +> CutAppend Paste", u"ababc|d"},
+            {u"a|bcd\nefgh", "#> #> #v Copy Bottom Paste", u"abcd\nefghbc\n    fg|"},
+            {u"a|bcd\nefgh\nij", "#> #> #v #v Cut", u"a|d\neh\ni"},
+            {u"a|bcd\nefgh\nij", "#> #> #v #v Cut Undo", u"a[bcd\nefgh\nij|"},
+            {u"a|bcd\nx\nefgh", "#> #> #v #v Copy Top Paste", u"bcabcd\nx\nfg|efgh"},
+            {u"a|bcd\nefgh", "#> #> #v Tab", u"a[\tbcd\ne\t|fgh"},
+            {u"a|bcd\nefgh", "#> #> #v 'X", u"aX|d\neh"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
     void RandomCommandsTest()
     {
         // Random commands in every selection mode must keep the processor valid (checked after each
@@ -238,7 +258,10 @@ public:
                                              "Upper",   "Invert",
                                              "Dup",     "SelWord",
                                              "SelLine", "Undo",
-                                             "Redo",    "'\xf0\x9f\x98\x80"};
+                                             "Redo",    "'\xf0\x9f\x98\x80",
+                                             "Copy",    "Cut",
+                                             "Paste",   "Tab",
+                                             "SelAll"};
         struct SSetup
         {
             int nWrap;

@@ -1,6 +1,7 @@
 // The command processor: cursor, moves, selection, scrolling, events and the editing commands, on
 // a document of a few hundred lines and on small marked texts.
 #include "Edit/Commands/CEmptyTextProcessorEvents.h"
+#include "Edit/View/CClipboard.h"
 #include "Edit/tests/CProcessorTestHarness.h"
 
 #include <cppunit/extensions/HelperMacros.h>
@@ -83,6 +84,13 @@ class CTextProcessorTest : public CppUnit::TestFixture
     CPPUNIT_TEST(DateInsertTest);
     CPPUNIT_TEST(CompletionTest);
     CPPUNIT_TEST(FormatterHookTest);
+    CPPUNIT_TEST(DoTabSelTest);
+    CPPUNIT_TEST(DoCopyPasteTest);
+    CPPUNIT_TEST(DoCutPasteTest);
+    CPPUNIT_TEST(DoCopyPasteColumn);
+    CPPUNIT_TEST(GetSelectedTextTest);
+    CPPUNIT_TEST(GetTextInViewTest);
+    CPPUNIT_TEST(UndoRedoColumnSelTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -785,6 +793,151 @@ public:
         h.m_Processor.SetFormatter(&commenter);
         h.m_Processor.DoCommentText();
         CPPUNIT_ASSERT_EQUAL(std::string("<!--<B>x</B>-->"), ToUtf8(h.Text()));
+    }
+
+    void DoTabSelTest()
+    {
+        // A rectangle from column 5 over two lines: a tab goes in at column 5 on both, and the
+        // rectangle moves one screen column to the right.
+        CProcessorTestHarness h;
+        h.Setup(u"12345678901234567890tab\n12345678901234567890tab\nend");
+        h.m_Processor.SetCursorPosInView(CPoint(5, 0));
+        h.Run("#> #v Tab");
+        CPPUNIT_ASSERT_EQUAL(std::string("12345\t678901234567890tab\r\n12345\t678901234567890tab\r\nend"),
+                             ToUtf8(h.Text()));
+        CPPUNIT_ASSERT(h.m_Processor.IsColumnSel());
+        CPoint ptStart, ptEnd;
+        h.m_Processor.GetSelection().GetSelection(ptStart, ptEnd, TRUE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(6, 0), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(7, 1), ptEnd);
+    }
+
+    void DoCopyPasteTest()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"one two");
+        CAITextProcessor& p = h.m_Processor;
+        CPPUNIT_ASSERT(!p.CanCopy() && !p.CanCut() && !p.CanCopyAppend() && !p.CanCutAppend());
+        CPPUNIT_ASSERT(!p.CanPaste());
+        h.Run("Cut");
+        CPPUNIT_ASSERT_EQUAL(std::string("|one two"), ToUtf8(h.Marked()));
+        CPPUNIT_ASSERT(!p.CanUndo() || ToUtf8(h.Text()) == "one two");
+        h.Run("+WR Copy");
+        CPPUNIT_ASSERT(p.CanPaste());
+        // Pasting over the same selection leaves the line as it was.
+        h.Run("Paste");
+        CPPUNIT_ASSERT_EQUAL(std::string("one |two"), ToUtf8(h.Marked()));
+        // A refusing guard stops copy and cut.
+        class CGuard : public IClipboardGuard
+        {
+        public:
+            BOOL AllowClipboard(int, int) override { return FALSE; }
+        } guard;
+        p.SetClipboardGuard(&guard);
+        h.Run("+End Copy Cut");
+        CPPUNIT_ASSERT_EQUAL(std::string("one [two|"), ToUtf8(h.Marked()));
+        CString csClip;
+        BOOL bColumn = TRUE;
+        CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csClip, bColumn));
+        CPPUNIT_ASSERT(csClip == u"one " && !bColumn);
+        p.SetClipboardGuard(nullptr);
+    }
+
+    void DoCutPasteTest()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"ab\n[cd\n|ef");
+        h.Run("Cut");
+        CPPUNIT_ASSERT_EQUAL(std::string("ab\n|ef"), ToUtf8(h.Marked()));
+        h.Run("Paste Paste");
+        CPPUNIT_ASSERT_EQUAL(std::string("ab\ncd\ncd\n|ef"), ToUtf8(h.Marked()));
+        h.Run("Undo Undo Undo");
+        CPPUNIT_ASSERT_EQUAL(std::string("ab\n[cd\n|ef"), ToUtf8(h.Marked()));
+    }
+
+    void DoCopyPasteColumn()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"word::()++word\n\tb\nxy");
+        CAITextProcessor& p = h.m_Processor;
+        // Columns 4 to 8 of the first two lines; the second row is only the "b" behind the tab.
+        p.SetCursorPosInView(CPoint(4, 0));
+        h.Run("#> #> #> #> #v Copy");
+        CString csClip;
+        BOOL bColumn = FALSE;
+        CPPUNIT_ASSERT(CClipboard::GetFromClipboard(csClip, bColumn));
+        CPPUNIT_ASSERT(bColumn);
+        CPPUNIT_ASSERT_EQUAL(std::string("::()\r\nb"), ToUtf8(csClip));
+        // Pasted on the last line at column 6: both rows at that column, the document grows and
+        // the short line is padded.
+        p.SetSelectionInView(CPoint(2, 2), CPoint(2, 2));
+        h.Run("Beyond > > > > Paste");
+        CPPUNIT_ASSERT_EQUAL(std::string("word::()++word\r\n\tb\r\nxy    ::()\r\n      b"), ToUtf8(h.Text()));
+        CPPUNIT_ASSERT_EQUAL(4, View().GetLinesCount() > 0 ? h.m_View.GetLinesCount() : 0);
+        h.Run("Undo");
+        CPPUNIT_ASSERT_EQUAL(std::string("word::()++word\r\n\tb\r\nxy"), ToUtf8(h.Text()));
+    }
+
+    void GetSelectedTextTest()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"0123456789012\n0123\n()");
+        CAITextProcessor& p = h.m_Processor;
+        CString cs = u"kept";
+        p.GetSelectedText(cs);
+        CPPUNIT_ASSERT(cs == u"kept");
+        p.SetSelectionInView(CPoint(0, 0), CPoint(0, 1));
+        p.GetSelectedText(cs);
+        CPPUNIT_ASSERT_EQUAL(std::string("0123456789012\r\n"), ToUtf8(cs));
+        // One column of "0" on two lines.
+        p.SetSelectionInView(CPoint(0, 0), CPoint(0, 0));
+        h.Run("#> #v");
+        p.GetSelectedText(cs);
+        CPPUNIT_ASSERT_EQUAL(std::string("0\r\n0"), ToUtf8(cs));
+        // A row beyond its line gives only the break.
+        p.SetSelectionInView(CPoint(0, 2), CPoint(0, 2));
+        h.Run("#> #> #^");
+        p.GetSelectedText(cs);
+        CPPUNIT_ASSERT_EQUAL(std::string("01\r\n()"), ToUtf8(cs));
+        p.SetCursorPosInView(CPoint(0, 1));
+        p.SetSelectionInView(CPoint(0, 1), CPoint(0, 1));
+        h.Run("#> #> #> #> #> #> #^");
+        p.GetSelectedText(cs);
+        CPPUNIT_ASSERT_EQUAL(std::string("012345\r\n0123"), ToUtf8(cs));
+    }
+
+    void GetTextInViewTest()
+    {
+        CString csView, csDoc;
+        Proc().GetTextInView(CPoint(0, 0), CPoint(0, 1), csView);
+        Proc().GetTextInDoc(CPoint(0, 0), CPoint(0, 1), csDoc);
+        CPPUNIT_ASSERT(csView == m_pHarness->m_Buffer.GetLine(0) + u"\r\n");
+        CPPUNIT_ASSERT(csDoc == csView);
+        // Points beyond the text are limited to it.
+        Proc().GetTextInDoc(CPoint(500, 1), CPoint(3, 100000), csDoc);
+        CPPUNIT_ASSERT(!csDoc.IsEmpty());
+    }
+
+    void UndoRedoColumnSelTest()
+    {
+        CProcessorTestHarness h;
+        h.Setup(u"abcd\nefgh");
+        CAITextProcessor& p = h.m_Processor;
+        p.SetCursorPosInView(CPoint(1, 0));
+        h.Run("#> #> #v 'Z");
+        CPPUNIT_ASSERT_EQUAL(std::string("aZ|d\neh"), ToUtf8(h.Marked()));
+        CPPUNIT_ASSERT(!p.IsSelection());
+        h.Run("Undo");
+        CPPUNIT_ASSERT(p.IsColumnSel());
+        CPoint ptStart, ptEnd;
+        p.GetSelectionInView(ptStart, ptEnd);
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 0), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(3, 1), ptEnd);
+        h.Run("Redo");
+        CPPUNIT_ASSERT_EQUAL(std::string("aZ|d\neh"), ToUtf8(h.Marked()));
+        // Cutting a rectangle leaves no selection.
+        h.Run("Undo Cut");
+        CPPUNIT_ASSERT(!p.IsSelection());
     }
 
 private:
