@@ -91,6 +91,35 @@ class CTextProcessorTest : public CppUnit::TestFixture
     CPPUNIT_TEST(GetSelectedTextTest);
     CPPUNIT_TEST(GetTextInViewTest);
     CPPUNIT_TEST(UndoRedoColumnSelTest);
+    CPPUNIT_TEST(MoveLeftTestKeepSelection);
+    CPPUNIT_TEST(MoveRightTestSelection);
+    CPPUNIT_TEST(MoveDownTestSelection);
+    CPPUNIT_TEST(MoveDownTestKeepSelection);
+    CPPUNIT_TEST(MoveUpTestSelection);
+    CPPUNIT_TEST(MoveUpTestKeepSelection);
+    CPPUNIT_TEST(MoveEndTest);
+    CPPUNIT_TEST(MoveWordLeftTest);
+    CPPUNIT_TEST(MoveWordLeftTestSelection);
+    CPPUNIT_TEST(MoveWordRightTest);
+    CPPUNIT_TEST(MoveWordRightTestSelection);
+    CPPUNIT_TEST(DoTabTest);
+    CPPUNIT_TEST(DoUntabTest);
+    CPPUNIT_TEST(DoDeleteToEndOfLineTest);
+    CPPUNIT_TEST(DoDeleteToStartOfLineTest);
+    CPPUNIT_TEST(DoDeleteWordTest);
+    CPPUNIT_TEST(DoDeleteToEndOfWordTest);
+    CPPUNIT_TEST(DoDeleteToStartOfWordTest);
+    CPPUNIT_TEST(DoIncreaseIndentTest);
+    CPPUNIT_TEST(DoDecreaseIndentTest);
+    CPPUNIT_TEST(DoUpperLowerCaseTest);
+    CPPUNIT_TEST(DoInvertCaseTest);
+    CPPUNIT_TEST(DoCapitalizeCaseTest);
+    CPPUNIT_TEST(DoDuplicateLineTest);
+    CPPUNIT_TEST(DoSelectWordTest);
+    CPPUNIT_TEST(DoSelectLineTest);
+    CPPUNIT_TEST(DoSelectAllTest);
+    CPPUNIT_TEST(ColumnSelectionEditTest);
+    CPPUNIT_TEST(DoDeleteColumnExtr);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -938,6 +967,267 @@ public:
         // Cutting a rectangle leaves no selection.
         h.Run("Undo Cut");
         CPPUNIT_ASSERT(!p.IsSelection());
+    }
+
+    void MoveLeftTestKeepSelection()
+    {
+        static const SRow rows[] = {
+            {u"a[bc|d", "Keep <", u"a[b|c]d"},
+            {u"a[bc|d", "<", u"a|bcd"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveRightTestSelection()
+    {
+        static const SRow rows[] = {
+            {u"|ab\ncd", "+> +> +>", u"[ab\n|cd"},
+            {u"[ab\n|cd", "+< +<", u"[a|b\ncd"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveDownTestSelection()
+    {
+        static const SRow rows[] = {
+            {u"a|b\ncd\nef", "+v +v", u"a[b\ncd\ne|f"},
+            {u"a[b\ncd\ne|f", "v", u"ab\ncd\ne|f"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveDownTestKeepSelection()
+    {
+        static const SRow rows[] = {
+            {u"[a|b\ncd", "Keep v", u"[a]b\nc|d"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveUpTestSelection()
+    {
+        static const SRow rows[] = {
+            {u"ab\ncd\ne|f", "+^ +^ ^", u"a|b\ncd\nef"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveUpTestKeepSelection()
+    {
+        static const SRow rows[] = {
+            {u"ab\n[c|d", "Keep ^", u"a|b\n[c]d"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveEndTest()
+    {
+        static const SRow rows[] = {
+            {u"|ab\ncd", "End End", u"ab|\ncd"},
+            {u"|ab", "+End", u"[ab|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveWordLeftTest()
+    {
+        static const SRow rows[] = {
+            {u"ab  |", "WL", u"|ab  "},
+            {u"a.b|", "WL WL", u"a|.b"},
+            {u"  |x", "WL", u"|  x"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveWordLeftTestSelection()
+    {
+        static const SRow rows[] = {
+            {u"one two|", "+WL +WL", u"|one two["},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveWordRightTest()
+    {
+        static const SRow rows[] = {
+            {u"|a.b", "WR WR", u"a.|b"},
+            {u"|  x", "WR", u"  |x"},
+            {u"ab|", "WR", u"ab|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void MoveWordRightTestSelection()
+    {
+        static const SRow rows[] = {
+            {u"|one two", "+WR +WR", u"[one two|"},
+            {u"[one |two", "WR", u"one two|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoTabTest()
+    {
+        static const SRow rows[] = {
+            {u"|", "Tab Tab", u"\t\t|"},
+            {u"ab\n|", "Spaces Tab", u"ab\n    |"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoUntabTest()
+    {
+        static const SRow rows[] = {
+            {u"\t\t|x", "Untab", u"\t|x"},
+            {u"ab    |x", "Untab", u"ab|x"},
+            {u"|x", "Untab", u"|x"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoDeleteToEndOfLineTest()
+    {
+        static const SRow rows[] = {
+            {u"[ab|cd", "DelEol", u"|cd"},
+            {u"a|b\ncd", "DelEol DelEol", u"a|cd"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoDeleteToStartOfLineTest()
+    {
+        static const SRow rows[] = {
+            {u"ab|cd", "DelSol", u"|cd"},
+            {u"ab\ncd|", "DelSol DelSol", u"ab|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoDeleteWordTest()
+    {
+        static const SRow rows[] = {
+            {u"ab |  cd", "DelWord", u"ab|cd"},
+            {u"[ab|cd", "DelWord", u"|cd"},
+            {u"|", "DelWord", u"|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoDeleteToEndOfWordTest()
+    {
+        static const SRow rows[] = {
+            {u"a|b.c", "DelEow DelEow", u"a|c"},
+            {u"ab|\ncd", "DelEow", u"ab|cd"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoDeleteToStartOfWordTest()
+    {
+        static const SRow rows[] = {
+            {u"ab.c|", "DelSow DelSow", u"ab|"},
+            {u"ab\n|cd", "DelSow", u"ab|cd"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoIncreaseIndentTest()
+    {
+        static const SRow rows[] = {
+            {u"[ab\ncd\n|ef", "Indent", u"\t[ab\n\tcd\n|ef"},
+            {u"ab|", "Spaces Indent", u"    ab|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoDecreaseIndentTest()
+    {
+        static const SRow rows[] = {
+            {u"[\tab\n  cd\n|ef", "Outdent", u"[ab\ncd\n|ef"},
+            {u"a|b", "Outdent", u"a|b"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoUpperLowerCaseTest()
+    {
+        static const SRow rows[] = {
+            {u"ab|c", "Upper", u"abC|"},
+            {u"AB|C", "Lower", u"ABc|"},
+            {u"[ab\ncd|", "Upper", u"[AB\nCD|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoInvertCaseTest()
+    {
+        static const SRow rows[] = {
+            {u"[aBc|", "Invert", u"[AbC|"},
+            {u"aBc|", "Invert", u"aBC|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoCapitalizeCaseTest()
+    {
+        static const SRow rows[] = {
+            {u"[one TWO|", "Cap", u"[One Two|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoDuplicateLineTest()
+    {
+        static const SRow rows[] = {
+            {u"ab\ncd|", "Dup", u"ab\ncd\ncd|"},
+            {u"|", "Dup", u"\n|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoSelectWordTest()
+    {
+        static const SRow rows[] = {
+            {u"ab|", "SelWord", u"[ab|"},
+            {u"a  |b", "SelWord", u"a  [b|"},
+            {u"a | b", "SelWord", u"a[  |b"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoSelectLineTest()
+    {
+        static const SRow rows[] = {
+            {u"a|b", "SelLine", u"[ab|"},
+            {u"a|b\n", "SelLine", u"[ab\n|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoSelectAllTest()
+    {
+        static const SRow rows[] = {
+            {u"a|b\ncd\n", "SelAll", u"[ab\ncd\n|"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void ColumnSelectionEditTest()
+    {
+        static const SRow rows[] = {
+            {u"a|bc\nd\nefg", "#> #v #v BS", u"a|c\nd\neg"},
+            {u"ab|\nc", "Beyond > #> #v BS", u"ab|\nc"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
+    }
+
+    void DoDeleteColumnExtr()
+    {
+        static const SRow rows[] = {
+            {u"ab|cd\ne", "#> #v Del", u"ab|d\ne"},
+            {u"ab|\ncd", "Beyond > > #> #v Del", u"ab|\ncd"},
+        };
+        CProcessorTestHarness::CheckTable(rows);
     }
 
 private:
