@@ -120,6 +120,11 @@ class CTextProcessorTest : public CppUnit::TestFixture
     CPPUNIT_TEST(DoSelectAllTest);
     CPPUNIT_TEST(ColumnSelectionEditTest);
     CPPUNIT_TEST(DoDeleteColumnExtr);
+    CPPUNIT_TEST(IsInsideSelectionInDocTest);
+    CPPUNIT_TEST(SetGetCursorPosInDocTest);
+    CPPUNIT_TEST(EnsureVisibleInDocTest);
+    CPPUNIT_TEST(IsInsideColSelection);
+    CPPUNIT_TEST(DoCopyPasteTest1);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -1228,6 +1233,77 @@ public:
             {u"ab|\ncd", "Beyond > > #> #v Del", u"ab|\ncd"},
         };
         CProcessorTestHarness::CheckTable(rows);
+    }
+
+    // A document whose lines 1 to 3 collapse into view line 1, so that view and document differ.
+    static void SetupCollapsed(CProcessorTestHarness& h)
+    {
+        h.Setup(u"aaaa\nbbbb\ncccc\ndddd\neeee", 0, CPoint(2, 1), CPoint(2, 3));
+    }
+
+    void IsInsideSelectionInDocTest()
+    {
+        CProcessorTestHarness h;
+        SetupCollapsed(h);
+        h.m_Processor.SetSelectionInDoc(CPoint(1, 3), CPoint(2, 4));
+        CPPUNIT_ASSERT(h.m_Processor.IsInsideSelectionInDoc(CPoint(3, 3)));
+        CPPUNIT_ASSERT(h.m_Processor.IsInsideSelectionInDoc(CPoint(0, 4)));
+        CPPUNIT_ASSERT(!h.m_Processor.IsInsideSelectionInDoc(CPoint(2, 4)));
+        CPPUNIT_ASSERT(!h.m_Processor.IsInsideSelectionInDoc(CPoint(0, 0)));
+    }
+
+    void SetGetCursorPosInDocTest()
+    {
+        CProcessorTestHarness h;
+        SetupCollapsed(h);
+        h.m_Processor.SetCursorPosInDoc(CPoint(3, 3));
+        CPPUNIT_ASSERT_EQUAL(CPoint(4, 1), h.m_Processor.GetCursorPosInView());
+        CPPUNIT_ASSERT_EQUAL(CPoint(3, 3), h.m_Processor.GetCursorPosInDoc());
+        h.m_Processor.SetCursorPosInDoc(CPoint(1, 4));
+        CPPUNIT_ASSERT_EQUAL(CPoint(1, 2), h.m_Processor.GetCursorPosInView());
+    }
+
+    void EnsureVisibleInDocTest()
+    {
+        // With 25 rows, a far document line scrolls so that its view line is the bottom one.
+        Proc().SetCursorPosInDoc(CPoint(0, 300));
+        CPPUNIT_ASSERT_EQUAL(300 - 24, Proc().GetFirstVisblePoint().y);
+        // Without ensuring, the window stays.
+        Proc().SetCursorPosInDoc(CPoint(0, 10), FALSE);
+        CPPUNIT_ASSERT_EQUAL(300 - 24, Proc().GetFirstVisblePoint().y);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 10), Proc().GetCursorPosInDoc());
+    }
+
+    void IsInsideColSelection()
+    {
+        // The rectangle holds screen columns 2 to 5 over a line with a tab: the tab covers 1 to 4.
+        CProcessorTestHarness h;
+        h.Setup(u"abcdefgh\na\tbcdef");
+        CAITextProcessor& p = h.m_Processor;
+        p.SetCursorPosInView(CPoint(2, 0));
+        h.Run("#> #> #> #v");
+        CPPUNIT_ASSERT(p.IsColumnSel());
+        CPPUNIT_ASSERT(p.IsInsideSelectionInView(CPoint(2, 0)));
+        CPPUNIT_ASSERT(!p.IsInsideSelectionInView(CPoint(5, 0)));
+        // On the tab line: the tab starts at column 1, outside; "b" at column 4 is inside.
+        CPPUNIT_ASSERT(!p.IsInsideSelectionInView(CPoint(1, 1)));
+        CPPUNIT_ASSERT(p.IsInsideSelectionInView(CPoint(2, 1)));
+        CPPUNIT_ASSERT(!p.IsInsideSelectionInView(CPoint(3, 1)));
+        CString cs;
+        p.GetSelectedText(cs);
+        CPPUNIT_ASSERT_EQUAL(std::string("cde\r\n\tb"), ToUtf8(cs));
+    }
+
+    void DoCopyPasteTest1()
+    {
+        // A stream text of several lines pastes as a stream at the end of the document.
+        CProcessorTestHarness h;
+        h.Setup(u"ab\ncd|");
+        CPPUNIT_ASSERT(CClipboard::PutToClipboard(u"x\r\ny", FALSE));
+        h.Run("Paste");
+        CPPUNIT_ASSERT_EQUAL(std::string("ab\ncdx\ny|"), ToUtf8(h.Marked()));
+        h.Run("Undo");
+        CPPUNIT_ASSERT_EQUAL(std::string("ab\ncd|"), ToUtf8(h.Marked()));
     }
 
 private:
