@@ -125,6 +125,7 @@ class CTextProcessorTest : public CppUnit::TestFixture
     CPPUNIT_TEST(EnsureVisibleInDocTest);
     CPPUNIT_TEST(IsInsideColSelection);
     CPPUNIT_TEST(DoCopyPasteTest1);
+    CPPUNIT_TEST(PairHighlightTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -1304,6 +1305,21 @@ public:
         CPPUNIT_ASSERT_EQUAL(std::string("ab\ncdx\ny|"), ToUtf8(h.Marked()));
         h.Run("Undo");
         CPPUNIT_ASSERT_EQUAL(std::string("ab\ncd|"), ToUtf8(h.Marked()));
+    }
+
+    void PairHighlightTest()
+    {
+        int nValue = 0;
+        CPPUNIT_ASSERT(!Proc().IsInsidePairHighlight(CPoint(0, 0), nValue));
+        // Two ranges, each with its end outside; the second one unused.
+        Proc().SetPairHighlight(CPoint(2, 1), CPoint(4, 1), CPoint(-1, -1), CPoint(-1, -1), 7);
+        CPPUNIT_ASSERT(Proc().IsInsidePairHighlight(CPoint(3, 1), nValue));
+        CPPUNIT_ASSERT_EQUAL(7, nValue);
+        CPPUNIT_ASSERT(!Proc().IsInsidePairHighlight(CPoint(4, 1), nValue));
+        CPPUNIT_ASSERT(!Proc().IsInsidePairHighlight(CPoint(-1, -1), nValue));
+        Proc().SetPairHighlight(CPoint(2, 1), CPoint(4, 1), CPoint(0, 5), CPoint(1, 5), 2);
+        CPPUNIT_ASSERT(Proc().IsInsidePairHighlight(CPoint(0, 5), nValue));
+        CPPUNIT_ASSERT_EQUAL(2, nValue);
     }
 
 private:
