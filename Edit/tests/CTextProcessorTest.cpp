@@ -41,69 +41,38 @@ class CTextProcessorTest : public CppUnit::TestFixture
     CPPUNIT_TEST(CreateTest);
     CPPUNIT_TEST(MoveLeftTest);
     CPPUNIT_TEST(MoveLeftTestSelection);
+    CPPUNIT_TEST(MoveLeftTestKeepSelection);
     CPPUNIT_TEST(MoveRightTest);
+    CPPUNIT_TEST(MoveRightTestSelection);
     CPPUNIT_TEST(MoveRightTestKeepSelection);
     CPPUNIT_TEST(MoveDownTest);
+    CPPUNIT_TEST(MoveDownTestSelection);
+    CPPUNIT_TEST(MoveDownTestKeepSelection);
     CPPUNIT_TEST(MoveUpTest);
+    CPPUNIT_TEST(MoveUpTestSelection);
+    CPPUNIT_TEST(MoveUpTestKeepSelection);
     CPPUNIT_TEST(MovePageDownTest);
     CPPUNIT_TEST(MovePageDownTestSelection);
     CPPUNIT_TEST(MovePageUpTest);
+    CPPUNIT_TEST(MoveEndTest);
     CPPUNIT_TEST(MoveHomeTest);
     CPPUNIT_TEST(MoveUpDownTest1);
+    CPPUNIT_TEST(MoveWordLeftTest);
+    CPPUNIT_TEST(MoveWordLeftTestSelection);
+    CPPUNIT_TEST(MoveWordRightTest);
+    CPPUNIT_TEST(MoveWordRightTestSelection);
     CPPUNIT_TEST(MoveToStartPageTest);
     CPPUNIT_TEST(MoveToEndPageTest);
     CPPUNIT_TEST(ModeLineUpDownTest);
     CPPUNIT_TEST(DoOnCharTest);
     CPPUNIT_TEST(DoOnCharTestModified);
     CPPUNIT_TEST(DoUndoRedoTest);
+    CPPUNIT_TEST(DoTabTest);
+    CPPUNIT_TEST(DoTabSelTest);
+    CPPUNIT_TEST(DoUntabTest);
     CPPUNIT_TEST(DoBackspaceTest);
     CPPUNIT_TEST(DoDeleteTest);
     CPPUNIT_TEST(DoDeleteLineTest);
-    CPPUNIT_TEST(SelectionInViewTest);
-    CPPUNIT_TEST(IsInsideSelectionInViewTest);
-    CPPUNIT_TEST(SelectionInDocTest);
-    CPPUNIT_TEST(SetGetCursorPosInViewTest);
-    CPPUNIT_TEST(EnsureVisibleInViewTest);
-    CPPUNIT_TEST(OnScrollTest);
-    CPPUNIT_TEST(EventsTest);
-    CPPUNIT_TEST(ScreenToActualTextTest);
-    CPPUNIT_TEST(ActualTextToScreenTest);
-    CPPUNIT_TEST(ColumnSelectionTest);
-    CPPUNIT_TEST(ColumnSelectionDeleteTest);
-    CPPUNIT_TEST(BeginEndOperationTest);
-    // The registered cases keep their order above this line; further cases go below.
-    CPPUNIT_TEST(GoToDocLineTest);
-    CPPUNIT_TEST(AutoIndentTest);
-    CPPUNIT_TEST(StaleSelectionTest);
-    CPPUNIT_TEST(OnTLButtonDown);
-    CPPUNIT_TEST(OnTMouseMove);
-    CPPUNIT_TEST(OnTMouseMoveEx);
-    CPPUNIT_TEST(OnTMouseMoveColSel);
-    CPPUNIT_TEST(DoSelectMouseWord);
-    CPPUNIT_TEST(OnAutoScrollTest);
-    CPPUNIT_TEST(DateInsertTest);
-    CPPUNIT_TEST(CompletionTest);
-    CPPUNIT_TEST(FormatterHookTest);
-    CPPUNIT_TEST(DoTabSelTest);
-    CPPUNIT_TEST(DoCopyPasteTest);
-    CPPUNIT_TEST(DoCutPasteTest);
-    CPPUNIT_TEST(DoCopyPasteColumn);
-    CPPUNIT_TEST(GetSelectedTextTest);
-    CPPUNIT_TEST(GetTextInViewTest);
-    CPPUNIT_TEST(UndoRedoColumnSelTest);
-    CPPUNIT_TEST(MoveLeftTestKeepSelection);
-    CPPUNIT_TEST(MoveRightTestSelection);
-    CPPUNIT_TEST(MoveDownTestSelection);
-    CPPUNIT_TEST(MoveDownTestKeepSelection);
-    CPPUNIT_TEST(MoveUpTestSelection);
-    CPPUNIT_TEST(MoveUpTestKeepSelection);
-    CPPUNIT_TEST(MoveEndTest);
-    CPPUNIT_TEST(MoveWordLeftTest);
-    CPPUNIT_TEST(MoveWordLeftTestSelection);
-    CPPUNIT_TEST(MoveWordRightTest);
-    CPPUNIT_TEST(MoveWordRightTestSelection);
-    CPPUNIT_TEST(DoTabTest);
-    CPPUNIT_TEST(DoUntabTest);
     CPPUNIT_TEST(DoDeleteToEndOfLineTest);
     CPPUNIT_TEST(DoDeleteToStartOfLineTest);
     CPPUNIT_TEST(DoDeleteWordTest);
@@ -118,13 +87,46 @@ class CTextProcessorTest : public CppUnit::TestFixture
     CPPUNIT_TEST(DoSelectWordTest);
     CPPUNIT_TEST(DoSelectLineTest);
     CPPUNIT_TEST(DoSelectAllTest);
-    CPPUNIT_TEST(ColumnSelectionEditTest);
-    CPPUNIT_TEST(DoDeleteColumnExtr);
+    CPPUNIT_TEST(SelectionInViewTest);
+    CPPUNIT_TEST(IsInsideSelectionInViewTest);
+    CPPUNIT_TEST(SelectionInDocTest);
     CPPUNIT_TEST(IsInsideSelectionInDocTest);
+    CPPUNIT_TEST(SetGetCursorPosInViewTest);
     CPPUNIT_TEST(SetGetCursorPosInDocTest);
+    CPPUNIT_TEST(EnsureVisibleInViewTest);
     CPPUNIT_TEST(EnsureVisibleInDocTest);
+    CPPUNIT_TEST(OnScrollTest);
+    CPPUNIT_TEST(EventsTest);
+    CPPUNIT_TEST(OnTLButtonDown);
+    CPPUNIT_TEST(OnTMouseMove);
+    CPPUNIT_TEST(OnTMouseMoveEx);
+    CPPUNIT_TEST(OnTMouseMoveColSel);
+    CPPUNIT_TEST(OnTMouseMoveColSelEx);
+    CPPUNIT_TEST(DoSelectMouseWord);
+    CPPUNIT_TEST(ScreenToActualTextTest);
+    CPPUNIT_TEST(ActualTextToScreenTest);
+    CPPUNIT_TEST(ColumnSelectionTest);
     CPPUNIT_TEST(IsInsideColSelection);
+    CPPUNIT_TEST(ColumnSelectionEditTest);
+    CPPUNIT_TEST(ColumnSelectionDeleteTest);
+    CPPUNIT_TEST(UndoRedoColumnSelTest);
+    CPPUNIT_TEST(DoCopyPasteTest);
     CPPUNIT_TEST(DoCopyPasteTest1);
+    CPPUNIT_TEST(DoCutPasteTest);
+    CPPUNIT_TEST(DoCopyPasteColumn);
+    CPPUNIT_TEST(GetSelectedTextTest);
+    CPPUNIT_TEST(GetTextInViewTest);
+    CPPUNIT_TEST(GetTextInDocTest);
+    CPPUNIT_TEST(DoDeleteColumnExtr);
+    CPPUNIT_TEST(BeginEndOperationTest);
+    // The registered cases keep their order above this line; further cases go below.
+    CPPUNIT_TEST(GoToDocLineTest);
+    CPPUNIT_TEST(AutoIndentTest);
+    CPPUNIT_TEST(StaleSelectionTest);
+    CPPUNIT_TEST(OnAutoScrollTest);
+    CPPUNIT_TEST(DateInsertTest);
+    CPPUNIT_TEST(CompletionTest);
+    CPPUNIT_TEST(FormatterHookTest);
     CPPUNIT_TEST(PairHighlightTest);
     CPPUNIT_TEST_SUITE_END();
 
@@ -1320,6 +1322,47 @@ public:
         Proc().SetPairHighlight(CPoint(2, 1), CPoint(4, 1), CPoint(0, 5), CPoint(1, 5), 2);
         CPPUNIT_ASSERT(Proc().IsInsidePairHighlight(CPoint(0, 5), nValue));
         CPPUNIT_ASSERT_EQUAL(2, nValue);
+    }
+
+    void OnTMouseMoveColSelEx()
+    {
+        // Control and Alt: a rectangle from word edges; forward and backward compare columns only.
+        CProcessorTestHarness h;
+        h.Setup(u"one two three\nfour five six");
+        CAITextProcessor& p = h.m_Processor;
+        p.OnTextLButtonDown(nullptr, MK_LBUTTON | MK_CONTROL | MK_ALT, CPoint(5, 0));
+        CPPUNIT_ASSERT(p.IsColumnSel());
+        CPoint ptStart, ptEnd;
+        p.GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(4, 0), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(7, 0), ptEnd);
+        // Further right on the next line: to the right edge of the word there.
+        p.OnMouseMove(nullptr, MK_LBUTTON, CPoint(10, 1));
+        p.GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(4, 0), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(13, 1), ptEnd);
+        CPPUNIT_ASSERT(p.IsColumnSel());
+        // Left of the anchor: from the anchor word's right edge to the left edge at the pointer.
+        p.OnMouseMove(nullptr, MK_LBUTTON, CPoint(1, 1));
+        p.GetSelectionInView(ptStart, ptEnd, FALSE);
+        CPPUNIT_ASSERT_EQUAL(CPoint(7, 0), ptStart);
+        CPPUNIT_ASSERT_EQUAL(CPoint(0, 1), ptEnd);
+        p.OnTextLButtonUp(nullptr, 0, CPoint(1, 1));
+        p.AssertValid();
+    }
+
+    void GetTextInDocTest()
+    {
+        // Document points reach hidden text that view points can't name.
+        CProcessorTestHarness h;
+        SetupCollapsed(h);
+        CString cs;
+        h.m_Processor.GetTextInDoc(CPoint(1, 1), CPoint(3, 3), cs);
+        CPPUNIT_ASSERT_EQUAL(std::string("bbb\r\ncccc\r\nddd"), ToUtf8(cs));
+        h.m_Processor.GetTextInView(CPoint(1, 1), CPoint(4, 1), cs);
+        CPPUNIT_ASSERT_EQUAL(std::string("bbb\r\ncccc\r\nddd"), ToUtf8(cs));
+        h.m_Processor.GetTextInDoc(CPoint(0, 4), CPoint(0, 4), cs);
+        CPPUNIT_ASSERT(cs.IsEmpty());
     }
 
 private:
