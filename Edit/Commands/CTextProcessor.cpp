@@ -753,6 +753,17 @@ CString CTextProcessor::GetWordAtCursor(BOOL bToCursor, BOOL)
     return csLine.Mid(nLeft, nRight - nLeft);
 }
 
+void CTextProcessor::ExpandBlocks(CPoint ptStart, CPoint ptEnd)
+{
+    IOutliningBuffer* pOutlining = m_pViewBuffer->GetTextBuffer()->GetOutliningBuffer();
+    if (!pOutlining)
+        return;
+    COutliningArray aBlocks;
+    pOutlining->GetBlocksInRange(ptStart, ptEnd, aBlocks);
+    for (int i = 0; i < aBlocks.GetSize(); ++i)
+        aBlocks[i]->Expand();
+}
+
 void CTextProcessor::SetPairHighlight(CPoint pt1, CPoint pt2, CPoint pt3, CPoint pt4, int nValue)
 {
     m_aPair[0] = pt1;

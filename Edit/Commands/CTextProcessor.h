@@ -154,6 +154,8 @@ public:
     // The range of the word or non-word run at the view position.
     void GetWordRange(int x, int y, CPoint& ptStart, CPoint& ptEnd);
     CString GetWordAtCursor(BOOL bToCursor, BOOL bStartFromPrev);
+    // Expands every outlining region that overlaps the document range.
+    void ExpandBlocks(CPoint ptStart, CPoint ptEnd);
 
     // Text helpers; each change goes to the text buffer.
     void InsertTextInDoc(CPoint pt, const CString& cs, CPoint& ptEnd);

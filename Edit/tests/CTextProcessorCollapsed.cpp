@@ -12,6 +12,8 @@ class CTextProcessorCollapsed : public CppUnit::TestFixture
     CPPUNIT_TEST(CollapseText1);
     CPPUNIT_TEST(CollapseText2);
     CPPUNIT_TEST(OnMLButtonDownTest);
+    // The registered cases keep their order above this line; further cases go below.
+    CPPUNIT_TEST(ExpandBlocksTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -134,6 +136,21 @@ public:
         Proc().OnMarginLButtonDown(nullptr, MK_LBUTTON, CPoint(0, 2), 2);
         CPPUNIT_ASSERT(Proc().IsSelection());
         Proc().OnMarginLButtonUp(nullptr, 0, CPoint(0, 2), 2);
+        Proc().AssertValid();
+    }
+
+    void ExpandBlocksTest()
+    {
+        IOutlining* pBlock = CollapseBlock();
+        CPPUNIT_ASSERT(pBlock);
+        // A range that doesn't touch the region leaves it collapsed.
+        Proc().ExpandBlocks(CPoint(0, 7), CPoint(3, 8));
+        CPPUNIT_ASSERT(pBlock->IsCollapsed());
+        Proc().SetCursorPosInDoc(CPoint(4, 7));
+        Proc().ExpandBlocks(CPoint(0, 4), CPoint(1, 4));
+        CPPUNIT_ASSERT(!pBlock->IsCollapsed());
+        CPPUNIT_ASSERT_EQUAL(m_nDocLines, View().GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(CPoint(4, 7), Proc().GetCursorPosInView());
         Proc().AssertValid();
     }
 
