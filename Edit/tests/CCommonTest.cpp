@@ -51,6 +51,15 @@ class CCommonTest : public CppUnit::TestFixture, public CEventsGroupSender
     std::vector<DWORD> m_aSent;
     bool m_bNestInSend = false, m_bFail = false;
 
+    // The selection's ends as GetSelection gives them.
+    using CRange = std::pair<CPoint, CPoint>;
+    static CRange Range(CSelection& sel, BOOL bNormalized)
+    {
+        CRange range{CPoint(-1, -1), CPoint(-1, -1)};
+        sel.GetSelection(range.first, range.second, bNormalized);
+        return range;
+    }
+
     static std::string ReadFile(const std::filesystem::path& path)
     {
         std::ifstream file(path, std::ios::binary);
@@ -144,18 +153,11 @@ public:
     void CSelectionTestSetSelection()
     {
         CSelection sel;
-        CPoint ptStart(1, 1), ptEnd(1, 1);
-        sel.GetSelection(ptStart, ptEnd, FALSE);
-        CPPUNIT_ASSERT(ptStart == CPoint());
-        CPPUNIT_ASSERT(ptEnd == CPoint());
+        CPPUNIT_ASSERT((Range(sel, FALSE) == CRange{CPoint(), CPoint()}));
         CPPUNIT_ASSERT(!sel.IsColumnSel());
         CPPUNIT_ASSERT(sel.SetSelection(CPoint(5, 1), CPoint(0, 1), FALSE));
-        sel.GetSelection(ptStart, ptEnd, FALSE);
-        CPPUNIT_ASSERT(ptStart == CPoint(5, 1));
-        CPPUNIT_ASSERT(ptEnd == CPoint(0, 1));
-        sel.GetSelection(ptStart, ptEnd, TRUE);
-        CPPUNIT_ASSERT(ptStart == CPoint(0, 1));
-        CPPUNIT_ASSERT(ptEnd == CPoint(5, 1));
+        CPPUNIT_ASSERT((Range(sel, FALSE) == CRange{CPoint(5, 1), CPoint(0, 1)}));
+        CPPUNIT_ASSERT((Range(sel, TRUE) == CRange{CPoint(0, 1), CPoint(5, 1)}));
         // The same points again: FALSE, but the column flag is taken all the same.
         CPPUNIT_ASSERT(!sel.SetSelection(CPoint(5, 1), CPoint(0, 1), TRUE));
         CPPUNIT_ASSERT(sel.IsColumnSel());
@@ -226,10 +228,7 @@ public:
         // Corners given bottom left to top right sort by coordinate into a rectangle.
         CSelection sel;
         sel.SetSelection(CPoint(7, 1), CPoint(2, 4), TRUE);
-        CPoint ptStart, ptEnd;
-        sel.GetSelection(ptStart, ptEnd, TRUE);
-        CPPUNIT_ASSERT(ptStart == CPoint(2, 1));
-        CPPUNIT_ASSERT(ptEnd == CPoint(7, 4));
+        CPPUNIT_ASSERT((Range(sel, TRUE) == CRange{CPoint(2, 1), CPoint(7, 4)}));
         // The right edge is outside, the lowest line inside.
         const std::pair<CPoint, bool> aCases[] = {{{2, 1}, true},  {{6, 4}, true},  {{7, 2}, false},
                                                   {{1, 2}, false}, {{4, 0}, false}, {{4, 5}, false},
@@ -238,9 +237,9 @@ public:
             CPPUNIT_ASSERT_EQUAL(bInside, sel.IsInsideSelection(pt) != FALSE);
         // A column of no width holds every column of its lines.
         sel.SetSelection(CPoint(3, 1), CPoint(3, 2), TRUE);
-        CPPUNIT_ASSERT(sel.IsInsideSelection(CPoint(0, 1)));
-        CPPUNIT_ASSERT(sel.IsInsideSelection(CPoint(90, 2)));
-        CPPUNIT_ASSERT(!sel.IsInsideSelection(CPoint(3, 3)));
+        for (const auto& [pt, bInside] :
+             {std::pair{CPoint(0, 1), true}, {CPoint(90, 2), true}, {CPoint(3, 3), false}})
+            CPPUNIT_ASSERT_EQUAL(bInside, sel.IsInsideSelection(pt) != FALSE);
     }
 
     void ReportErrorTest()

@@ -70,6 +70,16 @@ private:
     CPoint m_ptEnd;
 };
 
+// The regions in the order the buffer or the array holds them.
+using CBlocks = std::vector<IOutlining*>;
+template <class TBlocks> CBlocks Blocks(TBlocks& aBlocks)
+{
+    CBlocks aResult;
+    for (int i = 0; i < aBlocks.GetSize(); ++i)
+        aResult.push_back(aBlocks.GetAt(i));
+    return aResult;
+}
+
 IOutlining* Add(IOutliningBuffer& buffer, CPoint ptStart, CPoint ptEnd, const char16_t* szType = u"html")
 {
     return buffer.AddOutliningBlock(ptStart, ptEnd, u"", szType);
@@ -123,32 +133,25 @@ public:
         IOutlining* pSecond = Add(m_buffer, CPoint(0, 5), CPoint(0, 8));
         // Ends exactly where the first starts: goes in front of it.
         IOutlining* pThird = Add(m_buffer, CPoint(0, 0), CPoint(0, 1));
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 3);
-        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pThird);
-        CPPUNIT_ASSERT(m_buffer.GetAt(1) == pFirst);
-        CPPUNIT_ASSERT(m_buffer.GetAt(2) == pSecond);
+        CPPUNIT_ASSERT((Blocks(m_buffer) == CBlocks{pThird, pFirst, pSecond}));
         CPPUNIT_ASSERT(Spans(m_buffer.GetAt(2), CPoint(0, 5), CPoint(0, 8)));
         CPPUNIT_ASSERT((m_recorder.m_aNames ==
                         CNames{"BeforeAdd", "AfterAdd", "BeforeAdd", "AfterAdd", "BeforeAdd", "AfterAdd"}));
-        CPPUNIT_ASSERT(m_recorder.m_aBlocks[4] == pThird);
-        CPPUNIT_ASSERT(m_recorder.m_aBlocks[5] == pThird);
+        CPPUNIT_ASSERT((CBlocks(m_recorder.m_aBlocks.begin() + 4, m_recorder.m_aBlocks.end()) ==
+                        CBlocks{pThird, pThird}));
     }
 
     void AddOutliningBlockOneInOther()
     {
         IOutlining* pOuter = Add(m_buffer, CPoint(0, 1), CPoint(0, 10));
         IOutlining* pInner = Add(m_buffer, CPoint(2, 3), CPoint(4, 5), u"jvScript");
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 2);
-        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pOuter);
-        CPPUNIT_ASSERT(m_buffer.GetAt(1) == pInner);
+        CPPUNIT_ASSERT((Blocks(m_buffer) == CBlocks{pOuter, pInner}));
 
         // An enclosing region added later goes behind what it encloses.
         COutliningBuffer other;
         pInner = Add(other, CPoint(2, 3), CPoint(4, 5), u"jvScript");
         pOuter = Add(other, CPoint(0, 1), CPoint(0, 10));
-        CPPUNIT_ASSERT(other.GetSize() == 2);
-        CPPUNIT_ASSERT(other.GetAt(0) == pInner);
-        CPPUNIT_ASSERT(other.GetAt(1) == pOuter);
+        CPPUNIT_ASSERT((Blocks(other) == CBlocks{pInner, pOuter}));
 
         // A region on one line makes no region but names the one around it; nothing lies behind.
         COutliningBuffer hint;
@@ -172,14 +175,12 @@ public:
         m_buffer.AddEventsHandler(&m_recorder);
         IOutlining* pNew = Add(m_buffer, CPoint(0, 3), CPoint(0, 8), u"css");
         // The old one is destroyed: its address may come back.
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 1);
-        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pNew);
+        CPPUNIT_ASSERT((Blocks(m_buffer) == CBlocks{pNew}));
         CPPUNIT_ASSERT(pNew->GetBlockType() == u"css");
-        CPPUNIT_ASSERT(Spans(m_buffer.GetAt(0), CPoint(0, 3), CPoint(0, 8)));
+        CPPUNIT_ASSERT(Spans(pNew, CPoint(0, 3), CPoint(0, 8)));
         CPPUNIT_ASSERT(
             (m_recorder.m_aNames == CNames{"BeforeRemove", "AfterRemove", "BeforeAdd", "AfterAdd"}));
-        CPPUNIT_ASSERT(m_recorder.m_aBlocks[0] == pOld);
-        CPPUNIT_ASSERT(m_recorder.m_aBlocks[3] == pNew);
+        CPPUNIT_ASSERT((m_recorder.m_aBlocks == CBlocks{pOld, pOld, pNew, pNew}));
     }
 
     void GetOutliningStateOneBlock()
@@ -220,37 +221,34 @@ public:
         IOutlining* pFirst = Add(m_buffer, CPoint(5, 1), CPoint(3, 4));
         IOutlining* pSecond = Add(m_buffer, CPoint(3, 4), CPoint(2, 6));
         CPPUNIT_ASSERT_EQUAL(2, m_buffer.GetSize());
-        CPPUNIT_ASSERT(m_buffer.ToggleOutliningLine(0) == 0);
-        CPPUNIT_ASSERT(m_buffer.ToggleOutliningLine(1) == 1);
-        CPPUNIT_ASSERT(pFirst->IsCollapsed());
-        CPPUNIT_ASSERT(!pSecond->IsCollapsed());
-        COutliningArray aChain;
-        m_buffer.GetCollapsedBlocks(1, aChain);
-        CPPUNIT_ASSERT_EQUAL(1, aChain.GetSize());
-
+        // Each step: its result, then whether the first and the second are collapsed ('C') or not.
+        const auto Folded = [&] {
+            return std::string{pFirst->IsCollapsed() ? 'C' : '-', pSecond->IsCollapsed() ? 'C' : '-'};
+        };
+        const auto Chain = [&](int nLine)
+        {
+            COutliningArray aChain;
+            m_buffer.GetCollapsedBlocks(nLine, aChain);
+            return Blocks(aChain);
+        };
+        CPPUNIT_ASSERT_EQUAL(0, m_buffer.ToggleOutliningLine(0));
+        CPPUNIT_ASSERT_EQUAL(1, m_buffer.ToggleOutliningLine(1));
+        CPPUNIT_ASSERT_EQUAL(std::string("C-"), Folded());
+        CPPUNIT_ASSERT((Chain(1) == CBlocks{pFirst}));
         // The innermost region at the position folds first.
-        CPPUNIT_ASSERT(m_buffer.ToggleOutlining(3, 4) == 1);
-        CPPUNIT_ASSERT(pSecond->IsCollapsed());
-        aChain.RemoveAll();
-        m_buffer.GetCollapsedBlocks(1, aChain);
-        CPPUNIT_ASSERT(aChain.GetSize() == 2);
-        CPPUNIT_ASSERT(aChain[0] == pFirst);
-        CPPUNIT_ASSERT(aChain[1] == pSecond);
-        aChain.RemoveAll();
-        m_buffer.GetCollapsedBlocks(4, aChain); // the chain starts at column 0 of the line it is asked for
-        CPPUNIT_ASSERT(aChain.GetSize() == 1);
-        CPPUNIT_ASSERT(aChain[0] == pSecond);
-
+        CPPUNIT_ASSERT_EQUAL(1, m_buffer.ToggleOutlining(3, 4));
+        CPPUNIT_ASSERT((Chain(1) == CBlocks{pFirst, pSecond}));
+        // The chain starts at column 0 of the line it is asked for.
+        CPPUNIT_ASSERT((Chain(4) == CBlocks{pSecond}));
         // Right behind a collapsed region it opens.
-        CPPUNIT_ASSERT(m_buffer.ToggleOutlining(2, 6) == -1);
-        CPPUNIT_ASSERT(!pSecond->IsCollapsed());
-        CPPUNIT_ASSERT(m_buffer.ToggleOutlining(0, 2) == -1);
-        CPPUNIT_ASSERT(!pFirst->IsCollapsed());
+        CPPUNIT_ASSERT_EQUAL(-1, m_buffer.ToggleOutlining(2, 6));
+        CPPUNIT_ASSERT_EQUAL(std::string("C-"), Folded());
+        CPPUNIT_ASSERT_EQUAL(-1, m_buffer.ToggleOutlining(0, 2));
+        CPPUNIT_ASSERT_EQUAL(std::string("--"), Folded());
         CPPUNIT_ASSERT_EQUAL(0, m_buffer.ToggleOutlining(0, 7));
         m_buffer.CollapseAll();
-        CPPUNIT_ASSERT(m_buffer.ToggleOutliningLine(1) == -1);
-        CPPUNIT_ASSERT(!pFirst->IsCollapsed());
-        CPPUNIT_ASSERT(pSecond->IsCollapsed());
+        CPPUNIT_ASSERT_EQUAL(-1, m_buffer.ToggleOutliningLine(1));
+        CPPUNIT_ASSERT_EQUAL(std::string("-C"), Folded());
 
         // Showing one kind of region collapses the others.
         COutliningBuffer types;
@@ -279,27 +277,20 @@ public:
         IOutlining* pA = Add(m_buffer, CPoint(0, 1), CPoint(0, 4));
         IOutlining* pB = Add(m_buffer, CPoint(2, 1), CPoint(0, 3));
         IOutlining* pC = Add(m_buffer, CPoint(0, 6), CPoint(0, 9));
-        COutliningArray aFound;
-        m_buffer.GetFirstBlock(1, aFound);
-        CPPUNIT_ASSERT(aFound.GetSize() == 1);
-        CPPUNIT_ASSERT(aFound[0] == pA);
-        aFound.RemoveAll();
-        m_buffer.GetBlocksInRange(CPoint(0, 3), CPoint(0, 7), aFound);
-        CPPUNIT_ASSERT(aFound.GetSize() == 2);
-        CPPUNIT_ASSERT(aFound[0] == pA);
-        CPPUNIT_ASSERT(aFound[1] == pC);
+        COutliningArray aFirst, aInRange;
+        m_buffer.GetFirstBlock(1, aFirst);
+        CPPUNIT_ASSERT((Blocks(aFirst) == CBlocks{pA}));
+        m_buffer.GetBlocksInRange(CPoint(0, 3), CPoint(0, 7), aInRange);
+        CPPUNIT_ASSERT((Blocks(aInRange) == CBlocks{pA, pC}));
 
         m_buffer.AddEventsHandler(&m_recorder);
         m_buffer.RemoveBlocksFrom(CPoint(1, 1)); // takes B (starts at column 2) and C
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 1);
-        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pA);
-        CPPUNIT_ASSERT(m_recorder.m_aNames.size() == 4);
-        CPPUNIT_ASSERT(m_recorder.m_aBlocks[0] == pB);
-        CPPUNIT_ASSERT(m_recorder.m_aBlocks[2] == pC);
+        CPPUNIT_ASSERT((Blocks(m_buffer) == CBlocks{pA}));
         pA->Remove();
         CPPUNIT_ASSERT(m_buffer.IsEmpty());
-        CPPUNIT_ASSERT(m_recorder.m_aNames.back() == "AfterRemove");
-        CPPUNIT_ASSERT(m_recorder.m_aBlocks.back() == pA);
+        CPPUNIT_ASSERT((m_recorder.m_aNames == CNames{"BeforeRemove", "AfterRemove", "BeforeRemove",
+                                                      "AfterRemove", "BeforeRemove", "AfterRemove"}));
+        CPPUNIT_ASSERT((m_recorder.m_aBlocks == CBlocks{pB, pB, pC, pC, pA, pA}));
         Add(m_buffer, CPoint(0, 1), CPoint(0, 2));
         m_buffer.RemoveAllBlocks();
         CPPUNIT_ASSERT(m_buffer.IsEmpty());
@@ -313,33 +304,30 @@ public:
         CInsertTextContext insertLines(CPoint(0, 0), CPoint(0, 2));
         m_buffer.UpdateBlocks(&insertLines);
         CPPUNIT_ASSERT_NO_THROW(m_buffer.AssertValid());
-        CPPUNIT_ASSERT(Spans(m_buffer.GetAt(0), CPoint(2, 3), CPoint(4, 5)));
-        CPPUNIT_ASSERT(Spans(m_buffer.GetAt(1), CPoint(0, 7), CPoint(3, 9)));
+        CPPUNIT_ASSERT(Spans(pA, CPoint(2, 3), CPoint(4, 5)));
+        CPPUNIT_ASSERT(Spans(pB, CPoint(0, 7), CPoint(3, 9)));
         // Text exactly at the end stays outside; text exactly at the start pushes the start along.
         CInsertTextContext atEnd(CPoint(4, 5), CPoint(7, 5));
         m_buffer.UpdateBlocks(&atEnd);
-        CPPUNIT_ASSERT(Spans(m_buffer.GetAt(0), CPoint(2, 3), CPoint(4, 5)));
+        CPPUNIT_ASSERT(Spans(pA, CPoint(2, 3), CPoint(4, 5)));
         CInsertTextContext atStart(CPoint(0, 7), CPoint(2, 7));
         m_buffer.UpdateBlocks(&atStart);
-        CPPUNIT_ASSERT(Spans(m_buffer.GetAt(1), CPoint(2, 7), CPoint(3, 9)));
+        CPPUNIT_ASSERT(Spans(pB, CPoint(2, 7), CPoint(3, 9)));
 
         // Deleting lines 3 to 6 swallows A, which leaves silently but stays readable.
         m_buffer.AddEventsHandler(&m_recorder);
         CDeleteTextContext deleteLines(CPoint(0, 3), CPoint(0, 6));
         m_buffer.UpdateBlocks(&deleteLines);
         CPPUNIT_ASSERT_NO_THROW(m_buffer.AssertValid());
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 1);
-        CPPUNIT_ASSERT(m_buffer.GetAt(0) == pB);
-        CPPUNIT_ASSERT(Spans(m_buffer.GetAt(0), CPoint(2, 4), CPoint(3, 6)));
-        CPPUNIT_ASSERT(pA->GetStart() == CPoint(0, 3));
-        CPPUNIT_ASSERT(pA->GetEnd() == CPoint(0, 3));
+        CPPUNIT_ASSERT(Spans(pB, CPoint(2, 4), CPoint(3, 6)));
+        CPPUNIT_ASSERT(Spans(pA, CPoint(0, 3), CPoint(0, 3)));
         pA->Remove(); // no longer held: nothing happens
-        CPPUNIT_ASSERT(m_buffer.GetSize() == 1);
+        CPPUNIT_ASSERT((Blocks(m_buffer) == CBlocks{pB}));
         CPPUNIT_ASSERT(m_recorder.m_aNames.empty());
         // Deleting its end line makes B end where the delete starts.
         CDeleteTextContext deleteEnd(CPoint(1, 5), CPoint(9, 6));
         m_buffer.UpdateBlocks(&deleteEnd);
-        CPPUNIT_ASSERT(Spans(m_buffer.GetAt(0), CPoint(2, 4), CPoint(1, 5)));
+        CPPUNIT_ASSERT(Spans(pB, CPoint(2, 4), CPoint(1, 5)));
 
         // The text buffer's own regions follow its edits the same way.
         CTextBuffer text;
@@ -359,9 +347,8 @@ public:
         CPPUNIT_ASSERT_NO_THROW(text.AssertValid());
         COutliningArray aFound;
         pOutlining->GetBlocksInRange(CPoint(0, 0), CPoint(0, 99), aFound);
-        CPPUNIT_ASSERT(aFound.GetSize() == 1);
-        CPPUNIT_ASSERT(aFound[0] == pBody);
-        CPPUNIT_ASSERT(pBody->GetEnd() == CPoint(7, 4));
+        CPPUNIT_ASSERT((Blocks(aFound) == CBlocks{pBody}));
+        CPPUNIT_ASSERT(Spans(pBody, CPoint(0, 3), CPoint(7, 4)));
         CPPUNIT_ASSERT(pPara->GetStart() == pPara->GetEnd());
     }
 

@@ -14,6 +14,7 @@
 #include <string>
 #include <system_error>
 #include <tuple>
+#include <vector>
 
 namespace
 {
@@ -204,17 +205,14 @@ public:
         CPPUNIT_ASSERT_EQUAL(0, buffer.GetLinesCount());
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test.dat"));
         CPPUNIT_ASSERT_EQUAL(356, buffer.GetLinesCount());
-        CPPUNIT_ASSERT(!buffer.IsModified());
-        CPPUNIT_ASSERT(!buffer.CanUndo());
-        CPPUNIT_ASSERT(!buffer.CanRedo());
+        CPPUNIT_ASSERT_EQUAL(std::string("---"), Flags(buffer));
 
         int nEncoding = 0, nEol = 0;
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"test3.dat", nEncoding, nEol));
         CPPUNIT_ASSERT(AllText(buffer) == u"Simple text file\r\nwith three\r\nlines");
-        CPPUNIT_ASSERT(nEncoding == 0);
-        CPPUNIT_ASSERT(nEol == 1);
-        CPPUNIT_ASSERT(buffer.GetEol() == 0);
-        CPPUNIT_ASSERT(buffer.GetCodePage() == 1252);
+        // Encoding and line end as found, then as the buffer keeps them, and its code page.
+        CPPUNIT_ASSERT((std::array<int, 4>{nEncoding, nEol, buffer.GetEol(), buffer.GetCodePage()} ==
+                        std::array<int, 4>{0, 1, 0, 1252}));
 
         nEncoding = 0;
         CPPUNIT_ASSERT(buffer.LoadFromFile(TEST_FILES + u"testunicode.dat", nEncoding, nEol));
@@ -463,14 +461,12 @@ public:
         CPoint ptEnd(9, 9);
         buffer.InsertText(CPoint(0, 0), u"", ptEnd);
         CPPUNIT_ASSERT(ptEnd == CPoint(0, 0));
-        CPPUNIT_ASSERT(!buffer.IsModified());
-        CPPUNIT_ASSERT(!buffer.CanUndo());
+        CPPUNIT_ASSERT_EQUAL(std::string("---"), Flags(buffer));
         CPPUNIT_ASSERT((Counts() == std::array<int, 5>{1, 0, 0, 0, 0}));
         buffer.BeginOperation(nullptr);
         buffer.DeleteText(CPoint(0, 0), CPoint(0, 0));
         CPPUNIT_ASSERT(buffer.EndOperation() == 0);
-        CPPUNIT_ASSERT(!buffer.IsModified());
-        CPPUNIT_ASSERT(!buffer.CanUndo());
+        CPPUNIT_ASSERT_EQUAL(std::string("---"), Flags(buffer));
         CPPUNIT_ASSERT((Counts() == std::array<int, 5>{2, 0, 0, 0, 0}));
         buffer.RemoveEventsHandler(this);
     }
@@ -576,22 +572,24 @@ public:
         buffer.AddLinesMarkers(pFirst);
         buffer.AddLinesMarkers(&second);
         buffer.AddLinesMarkers(pFirst);
-        CArray<ILinesMarkers*, ILinesMarkers*> aMarkers;
-        aMarkers.Add(nullptr);
-        buffer.GetLinesMarkers(aMarkers);
-        CPPUNIT_ASSERT(aMarkers.GetSize() == 2);
-        CPPUNIT_ASSERT(aMarkers[0] == pFirst);
+        // The sources as GetLinesMarkers gives them, into an array that already holds something.
+        const auto Markers = [&]
+        {
+            CArray<ILinesMarkers*, ILinesMarkers*> aMarkers;
+            aMarkers.Add(nullptr);
+            buffer.GetLinesMarkers(aMarkers);
+            return std::vector<ILinesMarkers*>(aMarkers.begin(), aMarkers.end());
+        };
+        CPPUNIT_ASSERT((Markers() == std::vector<ILinesMarkers*>{pFirst, &second}));
         buffer.RemoveLinesMarkers(&second);
         buffer.RemoveLinesMarkers(&second);
+        CPPUNIT_ASSERT((Markers() == std::vector<ILinesMarkers*>{pFirst}));
         buffer.AddLinesMarkers(&second);
-        buffer.GetLinesMarkers(aMarkers);
-        CPPUNIT_ASSERT(aMarkers.GetSize() == 2);
-        CPPUNIT_ASSERT(aMarkers[1] == &second);
+        CPPUNIT_ASSERT((Markers() == std::vector<ILinesMarkers*>{pFirst, &second}));
         // The first source is destroyed, the later ones only forgotten.
         buffer.DeleteLinesMarkers();
         CPPUNIT_ASSERT_EQUAL(1, nDestroyed);
-        buffer.GetLinesMarkers(aMarkers);
-        CPPUNIT_ASSERT_EQUAL(0, aMarkers.GetSize());
+        CPPUNIT_ASSERT(Markers().empty());
         buffer.DeleteLinesMarkers();
     }
 

@@ -73,15 +73,11 @@ public:
         IOutlining* pBlock = m_pHarness->Collapse(A_START, A_END, u"...");
         CPPUNIT_ASSERT(pBlock != nullptr);
         CPPUNIT_ASSERT_EQUAL(8, view.GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(std::string("3:0+25/27c 6:0+12/12"), m_pHarness->Records(3, 4));
         const TOffsViewLineInfo& info = view.GetLineInfo(3);
-        CPPUNIT_ASSERT_EQUAL(3, info.m_nRealLine);
-        CPPUNIT_ASSERT_EQUAL(25, info.m_nLength);
-        CPPUNIT_ASSERT_EQUAL(27, info.m_nActualLength);
-        CPPUNIT_ASSERT(info.m_bCollapsed);
         CPPUNIT_ASSERT_EQUAL(1, info.m_aCollapses.GetSize());
         CPPUNIT_ASSERT_EQUAL(12, info.m_aCollapses[0].m_nPos);
         CPPUNIT_ASSERT(info.m_aCollapses[0].m_pBlock == pBlock);
-        CPPUNIT_ASSERT_EQUAL(6, view.GetLineInfo(4).m_nRealLine);
 
         const SCharInfo label = view.GetCharInfo(CPoint(12, 3));
         CPPUNIT_ASSERT_EQUAL(static_cast<int>(SCharInfo::CH_COLLAPSED), label.m_nType);
@@ -128,11 +124,8 @@ public:
             {CPoint(0, 5), CPoint(12, 3)}, {A_END, CPoint(13, 3)},       {CPoint(10, 5), CPoint(17, 3)},
             {CPoint(2, 6), CPoint(2, 4)},  {CPoint(0, 9), CPoint(0, 7)},
         };
-        for (const auto& [ptDoc, ptView] : aCases)
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + CViewTestHarness::At(ptDoc), ptView,
-                                         m_pHarness->m_View.DocToView(ptDoc));
-        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
-        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
+        m_pHarness->CheckDocToView(aCases);
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip() + m_pHarness->CheckCoverage());
     }
 
     // Two regions, the second starting on the line where the first ends, make one chain.
@@ -150,13 +143,10 @@ public:
             {B_END, CPoint(26, 3)},
             {CPoint(0, 8), CPoint(0, 4)},
         };
-        for (const auto& [ptDoc, ptView] : aCases)
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + CViewTestHarness::At(ptDoc), ptView,
-                                         view.DocToView(ptDoc));
+        m_pHarness->CheckDocToView(aCases);
         CPPUNIT_ASSERT_EQUAL(B_END, view.ViewToDoc(CPoint(26, 3)));
         CPPUNIT_ASSERT_EQUAL(B_START, view.ViewToDoc(CPoint(25, 3)));
-        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
-        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip() + m_pHarness->CheckCoverage());
     }
 
     // A region inside a collapsed region is hidden with it and shows once the outer one opens.
@@ -172,9 +162,7 @@ public:
         pOuter->Expand();
         CPPUNIT_ASSERT_EQUAL(8, view.GetLinesCount());
         CPPUNIT_ASSERT_EQUAL(CPoint(12, 3), view.DocToView(CPoint(3, 4)));
-        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CompareWithScratch());
-        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckRoundTrip());
-        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckCoverage());
+        CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CheckConsistent());
     }
 
     void ViewToDocTest()
@@ -184,9 +172,7 @@ public:
             {CPoint(11, 3), CPoint(11, 3)}, {CPoint(12, 3), A_START},       {CPoint(13, 3), A_END},
             {CPoint(14, 3), CPoint(7, 5)},  {CPoint(30, 3), CPoint(23, 5)}, {CPoint(0, 4), CPoint(0, 6)},
         };
-        for (const auto& [ptView, ptDoc] : aCases)
-            CPPUNIT_ASSERT_EQUAL_MESSAGE("view " + CViewTestHarness::At(ptView), ptDoc,
-                                         m_pHarness->m_View.ViewToDoc(ptView));
+        m_pHarness->CheckViewToDoc(aCases);
     }
 
     // Edits before, behind and inside a collapsed region keep the view equal to a fresh build.
@@ -220,9 +206,7 @@ public:
             else
                 buffer.DeleteText(edit.ptStart, edit.ptEnd);
             CPPUNIT_ASSERT_EQUAL_MESSAGE(edit.szWhat, edit.nLines, view.GetLinesCount());
-            CPPUNIT_ASSERT_EQUAL_MESSAGE(edit.szWhat, std::string(), m_pHarness->CompareWithScratch());
-            CPPUNIT_ASSERT_EQUAL_MESSAGE(edit.szWhat, std::string(), m_pHarness->CheckRoundTrip());
-            CPPUNIT_ASSERT_EQUAL_MESSAGE(edit.szWhat, std::string(), m_pHarness->CheckCoverage());
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(edit.szWhat, std::string(), m_pHarness->CheckConsistent());
             CPPUNIT_ASSERT_MESSAGE(edit.szWhat, pBlock->IsCollapsed());
         }
         // Deleting all of the region takes it away silently; its lines come back.
@@ -298,9 +282,7 @@ public:
                     CPPUNIT_ASSERT_MESSAGE(szCase, info.m_nActualLength < nColumns || info.m_nLength == 1);
                 }
             }
-            CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, std::string(), m_pHarness->CompareWithScratch());
-            CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, std::string(), m_pHarness->CheckRoundTrip());
-            CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, std::string(), m_pHarness->CheckCoverage());
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(szCase, std::string(), m_pHarness->CheckConsistent());
             CPPUNIT_ASSERT_NO_THROW(view.AssertValid());
         }
     }

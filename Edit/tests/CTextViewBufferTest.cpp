@@ -67,8 +67,7 @@ public:
 
         m_pHarness->Fill(u"");
         CPPUNIT_ASSERT(view.IsInit());
-        CPPUNIT_ASSERT_EQUAL(1, view.GetLinesCount());
-        CPPUNIT_ASSERT_EQUAL(0, view.GetLineInfo(0).m_nLength);
+        CPPUNIT_ASSERT_EQUAL(std::string("0:0+0/0"), m_pHarness->Records());
         CPPUNIT_ASSERT_EQUAL(0, view.GetMaxLineLength());
         CPPUNIT_ASSERT_NO_THROW(view.AssertValid());
 
@@ -83,8 +82,7 @@ public:
 
         // Created again, it shows the text as it is now.
         view.Create(&m_pHarness->m_Buffer, &m_pHarness->m_Settings, nullptr);
-        CPPUNIT_ASSERT_EQUAL(2, view.GetLinesCount());
-        CPPUNIT_ASSERT_EQUAL(3, view.GetLineInfo(1).m_nLength);
+        CPPUNIT_ASSERT_EQUAL(std::string("0:0+3/3 1:0+3/3"), m_pHarness->Records());
     }
 
     void CreateLinesArrayOnCreate()
@@ -194,24 +192,20 @@ public:
         CPPUNIT_ASSERT_THROW(view.ActualTextToText(CPoint(-2, 0), nScreenChar), CInvalidArgException);
     }
 
+    // test3.dat holds "Simple text file", "with three" and "lines".
     void OnAfterInsertTest()
     {
         CPPUNIT_ASSERT(m_pHarness->Load(u"test3.dat"));
         CTextViewBuffer& view = m_pHarness->m_View;
-        const int nCount = view.GetLinesCount();
-        const int nLength = view.GetLineInfo(0).m_nLength;
         CPoint ptEnd;
         m_pHarness->m_Buffer.InsertText(CPoint(0, 0), u"\r\n", ptEnd);
-        CPPUNIT_ASSERT_EQUAL(0, view.GetLineInfo(0).m_nLength);
-        CPPUNIT_ASSERT_EQUAL(nLength, view.GetLineInfo(1).m_nLength);
-        CPPUNIT_ASSERT_EQUAL(nCount + 1, view.GetLinesCount());
-        CPPUNIT_ASSERT_EQUAL(view.GetLinesCount() - 1,
-                             view.GetLineInfo(view.GetLinesCount() - 1).m_nRealLine);
+        CPPUNIT_ASSERT_EQUAL(std::string("0:0+0/0 1:0+16/16 2:0+10/10 3:0+5/5"), m_pHarness->Records());
         CPPUNIT_ASSERT_NO_THROW(view.AssertValid());
 
         // Several lines into the middle of a line, then a wide one at the end.
         m_pHarness->m_Buffer.InsertText(CPoint(3, 2), u"x\r\n\tyy\r\nz", ptEnd);
-        CPPUNIT_ASSERT_EQUAL(nCount + 3, view.GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(std::string("0:0+0/0 1:0+16/16 2:0+4/4 3:0+3/6 4:0+8/8 5:0+5/5"),
+                             m_pHarness->Records());
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CompareWithScratch());
         m_pHarness->m_Buffer.InsertText(CPoint(5, 5), CString(u'w', 300), ptEnd);
         CPPUNIT_ASSERT_EQUAL(305, view.GetMaxLineLength());
@@ -222,27 +216,18 @@ public:
     void OnAfterDeleteTest()
     {
         CPPUNIT_ASSERT(m_pHarness->Load(u"test3.dat"));
-        CTextViewBuffer& view = m_pHarness->m_View;
-        const int nCount = view.GetLinesCount();
-        const int nLength = view.GetLineInfo(0).m_nLength;
         CPoint ptEnd;
         m_pHarness->m_Buffer.InsertText(CPoint(0, 0), u"\r\n", ptEnd);
         m_pHarness->m_Buffer.DeleteText(CPoint(0, 0), CPoint(0, 1));
-        CPPUNIT_ASSERT_EQUAL(nCount, view.GetLinesCount());
-        CPPUNIT_ASSERT_EQUAL(nLength, view.GetLineInfo(0).m_nLength);
-        CPPUNIT_ASSERT_EQUAL(nCount - 1, view.GetLineInfo(nCount - 1).m_nRealLine);
-
-        // Across lines: "Simple text file" .. "with three" .. "lines" to "Simple three" .. "lines".
+        CPPUNIT_ASSERT_EQUAL(std::string("0:0+16/16 1:0+10/10 2:0+5/5"), m_pHarness->Records());
+        // Across lines, to "Simple three" and "lines".
         m_pHarness->m_Buffer.DeleteText(CPoint(7, 0), CPoint(5, 1));
-        CPPUNIT_ASSERT_EQUAL(nCount - 1, view.GetLinesCount());
-        CPPUNIT_ASSERT_EQUAL(12, view.GetLineInfo(0).m_nLength);
-        CPPUNIT_ASSERT_EQUAL(1, view.GetLineInfo(1).m_nRealLine);
+        CPPUNIT_ASSERT_EQUAL(std::string("0:0+12/12 1:0+5/5"), m_pHarness->Records());
         CPPUNIT_ASSERT_EQUAL(std::string(), m_pHarness->CompareWithScratch());
         // Everything.
         m_pHarness->m_Buffer.DeleteText(CPoint(0, 0), CPoint(5, 1));
-        CPPUNIT_ASSERT_EQUAL(1, view.GetLinesCount());
-        CPPUNIT_ASSERT_EQUAL(0, view.GetLineInfo(0).m_nLength);
-        CPPUNIT_ASSERT_NO_THROW(view.AssertValid());
+        CPPUNIT_ASSERT_EQUAL(std::string("0:0+0/0"), m_pHarness->Records());
+        CPPUNIT_ASSERT_NO_THROW(m_pHarness->m_View.AssertValid());
     }
 
     void ViewToDocTest()
@@ -329,11 +314,11 @@ public:
         CTextViewBuffer& view = m_pHarness->m_View;
         CPPUNIT_ASSERT_EQUAL(9, view.GetMaxLineLength());
         m_pHarness->m_Settings.SetTabSize(2);
-        CPPUNIT_ASSERT_EQUAL(3, view.GetLineInfo(0).m_nActualLength);
+        CPPUNIT_ASSERT_EQUAL(std::string("0:0+2/3 1:0+3/5"), m_pHarness->Records());
         CPPUNIT_ASSERT_EQUAL(5, view.GetMaxLineLength());
         // A tab size of 0 is taken as 1 rather than dividing by it.
         m_pHarness->m_Settings.SetTabSize(0);
-        CPPUNIT_ASSERT_EQUAL(3, view.GetLineInfo(1).m_nActualLength);
+        CPPUNIT_ASSERT_EQUAL(std::string("0:0+2/2 1:0+3/3"), m_pHarness->Records());
         CPPUNIT_ASSERT_NO_THROW(view.AssertValid());
     }
 

@@ -50,6 +50,31 @@ IOutlining* CViewTestHarness::Collapse(CPoint ptStart, CPoint ptEnd, const CStri
     return pBlock;
 }
 
+std::string CViewTestHarness::Records(int nFirst, int nLast)
+{
+    std::string szRecords;
+    for (int i = nFirst; i <= (nLast < 0 ? m_View.GetLinesCount() - 1 : nLast); ++i)
+    {
+        const TOffsViewLineInfo& info = m_View.GetLineInfo(i);
+        szRecords += (i == nFirst ? "" : " ") + std::to_string(info.m_nRealLine) + ":" +
+                     std::to_string(info.m_nStart) + "+" + std::to_string(info.m_nLength) + "/" +
+                     std::to_string(info.m_nActualLength) + (info.m_bCollapsed ? "c" : "");
+    }
+    return szRecords;
+}
+
+void CViewTestHarness::CheckDocToView(std::span<const std::pair<CPoint, CPoint>> aRows)
+{
+    for (const auto& [ptDoc, ptView] : aRows)
+        CPPUNIT_ASSERT_EQUAL_MESSAGE("document " + At(ptDoc), ptView, m_View.DocToView(ptDoc));
+}
+
+void CViewTestHarness::CheckViewToDoc(std::span<const std::pair<CPoint, CPoint>> aRows)
+{
+    for (const auto& [ptView, ptDoc] : aRows)
+        CPPUNIT_ASSERT_EQUAL_MESSAGE("view " + At(ptView), ptDoc, m_View.ViewToDoc(ptView));
+}
+
 std::string CViewTestHarness::CompareWithScratch()
 {
     CTextViewBuffer scratch;

@@ -9,7 +9,9 @@
 #include "Platform/CSize.h"
 
 #include <cppunit/TestAssert.h>
+#include <span>
 #include <string>
+#include <utility>
 
 // Points in assertion messages as "(x,y)".
 template <> struct CppUnit::assertion_traits<CPoint>
@@ -44,6 +46,14 @@ public:
     // Collapses a new region with the label, as the parser and the user would.
     IOutlining* Collapse(CPoint ptStart, CPoint ptEnd, const CString& csLabel);
 
+    // The records of view lines nFirst to nLast (to the end when nLast is -1), each as
+    // "line:start+length/columns", with "c" behind when built with collapsed regions, separated by spaces.
+    std::string Records(int nFirst = 0, int nLast = -1);
+    // Checks rows of a document point and its view point, one way or the other; a failing row names its
+    // point.
+    void CheckDocToView(std::span<const std::pair<CPoint, CPoint>> aRows);
+    void CheckViewToDoc(std::span<const std::pair<CPoint, CPoint>> aRows);
+
     // Empty when the view matches one built from scratch over the same text and settings;
     // otherwise what differs first.
     std::string CompareWithScratch();
@@ -53,6 +63,8 @@ public:
     // Empty when reading the view lines from top to bottom meets every document character that
     // no collapsed region hides exactly once and in order, and each label where its region begins.
     std::string CheckCoverage();
+    // The three checks above in one: empty when all pass, else what each found.
+    std::string CheckConsistent() { return CompareWithScratch() + CheckRoundTrip() + CheckCoverage(); }
 
     CTextBuffer m_Buffer;     // the document
     CTextSettings m_Settings; // tab size and wrap mode
