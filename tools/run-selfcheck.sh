@@ -2,7 +2,7 @@
 # Runs a built self-check in a folder of its own: the mirror of the suites' data that the build keeps
 # in <build>/testdata is copied into a fresh temporary folder and the self-check starts in its
 # SelfCheck/, where the relative data paths ("..\Edit\tests\testfiles\...") resolve. Nothing under the
-# source tree or the build's mirror is written, and runs side by side don't meet. The folder is
+# source tree, the build's mirror or the user's settings is written, and runs side by side don't meet. The folder is
 # removed afterwards; TESSAROLINE_KEEP_RUN=1 keeps it (its path goes to stderr).
 #   tools/run-selfcheck.sh <build folder>
 set -euo pipefail
@@ -20,6 +20,9 @@ else
   trap 'rm -rf "$run"' EXIT
 fi
 cp -R "$mirror/." "$run/"
+# The log and the profile store belong to the run too, so that parallel runs don't share them and a
+# run leaves the user's own settings alone.
+export XDG_STATE_HOME="$run/state" XDG_CONFIG_HOME="$run/config"
 cd "$run/SelfCheck"
 set +e
 "$exe"
