@@ -40,6 +40,14 @@ class ACMXLConfigureTest : public CppUnit::TestFixture
         return aSchemes;
     }
 
+    // Whether the data is for the root, its key names and types, and its select type:
+    // "root|names|types|select".
+    static CString Fields(const SACTransformXslData& data)
+    {
+        return data.m_csIsRoot + u"|" + data.m_Key.m_csKeyName + u"|" + data.m_Key.m_csKeyType + u"|" +
+               data.m_csSelectType;
+    }
+
 public:
     void CXmlConfigureTest()
     {
@@ -99,16 +107,11 @@ public:
     {
         CTestSettings settings;
         CACXMLWordsConfigurator words(&settings);
-        SACTransformXslData data = words.ACInputData2TransformXslData(Request({u"php"}, {}, u"function"));
-        CPPUNIT_ASSERT_EQUAL(CString(u"true"), data.m_csIsRoot);
-        CPPUNIT_ASSERT(data.m_Key.m_csKeyName.IsEmpty());
-        CPPUNIT_ASSERT(data.m_Key.m_csKeyType.IsEmpty());
-        CPPUNIT_ASSERT_EQUAL(CString(u"function"), data.m_csSelectType);
-
-        data = words.ACInputData2TransformXslData(Request({u"html"}, {{u"html", u"tag"}}, u"attr"));
-        CPPUNIT_ASSERT(data.m_csIsRoot.IsEmpty());
-        CPPUNIT_ASSERT_EQUAL(CString(u"html."), data.m_Key.m_csKeyName);
-        CPPUNIT_ASSERT_EQUAL(CString(u"tag."), data.m_Key.m_csKeyType);
+        CPPUNIT_ASSERT_EQUAL(CString(u"true|||function"),
+                             Fields(words.ACInputData2TransformXslData(Request({u"php"}, {}, u"function"))));
+        CPPUNIT_ASSERT_EQUAL(
+            CString(u"|html.|tag.|attr"),
+            Fields(words.ACInputData2TransformXslData(Request({u"html"}, {{u"html", u"tag"}}, u"attr"))));
     }
 
     void ACInputData2TransformXslDataTest2()
@@ -118,17 +121,13 @@ public:
         CACXMLWordsConfigurator words(&settings);
         CACXMLInfoConfigurator info(&settings);
         const SACInputData inputData = Request({u"html"}, {{u"a", u"tag"}, {u"target", u"attr"}}, u"value");
-        SACTransformXslData data = words.ACInputData2TransformXslData(inputData);
-        CPPUNIT_ASSERT_EQUAL(CString(u"a.target."), data.m_Key.m_csKeyName);
-        CPPUNIT_ASSERT_EQUAL(CString(u"tag.attr."), data.m_Key.m_csKeyType);
-        data = info.ACInputData2TransformXslData(inputData);
-        CPPUNIT_ASSERT_EQUAL(CString(u"a.target"), data.m_Key.m_csKeyName);
-        CPPUNIT_ASSERT_EQUAL(CString(u"tag.attr"), data.m_Key.m_csKeyType);
-        CPPUNIT_ASSERT_EQUAL(CString(u"value"), data.m_csSelectType);
+        CPPUNIT_ASSERT_EQUAL(CString(u"|a.target.|tag.attr.|value"),
+                             Fields(words.ACInputData2TransformXslData(inputData)));
+        CPPUNIT_ASSERT_EQUAL(CString(u"|a.target|tag.attr|value"),
+                             Fields(info.ACInputData2TransformXslData(inputData)));
         // A key with an empty type keeps its step.
-        data = info.ACInputData2TransformXslData(Request({u"php"}, {{u"strlen", u""}}, u""));
-        CPPUNIT_ASSERT_EQUAL(CString(u"strlen"), data.m_Key.m_csKeyName);
-        CPPUNIT_ASSERT(data.m_Key.m_csKeyType.IsEmpty());
+        CPPUNIT_ASSERT_EQUAL(CString(u"|strlen||"), Fields(info.ACInputData2TransformXslData(
+                                                        Request({u"php"}, {{u"strlen", u""}}, u""))));
     }
 
     void GetTransformedXmlTest1()

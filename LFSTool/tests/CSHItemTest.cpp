@@ -12,6 +12,7 @@
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -112,20 +113,12 @@ public:
         CPPUNIT_ASSERT(sub.GetItemType() == empty.GetItemType());
         const int nIcon = sub.GetIcon();
         CPPUNIT_ASSERT(nIcon >= 0);
-        CPPUNIT_ASSERT(sub.GetIconProtected() == nIcon);
-        CPPUNIT_ASSERT(sub.GetIcon() == nIcon);
-        CPPUNIT_ASSERT(empty.GetIcon() == nIcon);
+        CPPUNIT_ASSERT((std::vector{nIcon, nIcon, nIcon} ==
+                        std::vector{sub.GetIconProtected(), sub.GetIcon(), empty.GetIcon()}));
         CPPUNIT_ASSERT(text.GetIcon() != nIcon);
         CPPUNIT_ASSERT(text.GetIcon() >= 0);
         CPPUNIT_ASSERT(!SHGetIconName(nIcon).IsEmpty());
         CPPUNIT_ASSERT(SHGetIconName(-1).IsEmpty());
-
-        // A copy shares the paths and keeps what was fetched.
-        const CSHItem copy = sub;
-        CPPUNIT_ASSERT(copy.GetPidlFQ() == sub.GetPidlFQ());
-        CPPUNIT_ASSERT(copy.GetParentFolder() == sub.GetParentFolder());
-        CPPUNIT_ASSERT(copy.GetIconProtected() == nIcon);
-        CPPUNIT_ASSERT(copy.GetItemName() == u"Sub");
 
         // Renaming needs a writable parent; the root of the file system can't be renamed.
         CPPUNIT_ASSERT(text.CanRename() != 0);

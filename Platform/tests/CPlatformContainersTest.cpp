@@ -80,20 +80,11 @@ public:
         a[0] = a[1] = a[2] = 7;
         a.SetSize(1);
         a.SetSize(3);
-        CPPUNIT_ASSERT(a[0] == 7);
-        CPPUNIT_ASSERT(a[1] == 0);
-        CPPUNIT_ASSERT(a[2] == 0);
+        CPPUNIT_ASSERT((Values(a) == std::vector<int>{7, 0, 0}));
         a.SetAtGrow(6, 9);
-        CPPUNIT_ASSERT(a.GetSize() == 7);
-        CPPUNIT_ASSERT(a[3] == 0);
-        CPPUNIT_ASSERT(a[5] == 0);
-        CPPUNIT_ASSERT(a[6] == 9);
+        CPPUNIT_ASSERT((Values(a) == std::vector<int>{7, 0, 0, 0, 0, 0, 9}));
         a.InsertAt(9, 5, 2);
-        CPPUNIT_ASSERT(a.GetSize() == 11);
-        CPPUNIT_ASSERT(a[7] == 0);
-        CPPUNIT_ASSERT(a[8] == 0);
-        CPPUNIT_ASSERT(a[9] == 5);
-        CPPUNIT_ASSERT(a[10] == 5);
+        CPPUNIT_ASSERT((Values(a) == std::vector<int>{7, 0, 0, 0, 0, 0, 9, 0, 0, 5, 5}));
         CArray<void*, void*> aPointers;
         aPointers.SetSize(4);
         for (void* p : aPointers)
@@ -103,9 +94,9 @@ public:
         CStringArray aStrings;
         aStrings.Add(u"first");
         aStrings.InsertAt(0, aStrings[0], 20);
-        CPPUNIT_ASSERT(aStrings.GetSize() == 21);
-        CPPUNIT_ASSERT(aStrings[20] == u"first");
-        CPPUNIT_ASSERT(aStrings[0] == u"first");
+        CPPUNIT_ASSERT_EQUAL(21, aStrings.GetSize());
+        for (const CString& cs : aStrings)
+            CPPUNIT_ASSERT(cs == u"first");
 
         // Indexes and ranges outside the array are refused and change nothing.
         CArray<int, int> b;
@@ -123,10 +114,7 @@ public:
         CPPUNIT_ASSERT_EQUAL(5, b.GetSize());
         b.RemoveAt(1, 2);
         b.RemoveAt(3, 0); // an empty range at the end is allowed
-        CPPUNIT_ASSERT(b.GetSize() == 3);
-        CPPUNIT_ASSERT(b[0] == 0);
-        CPPUNIT_ASSERT(b[1] == 30);
-        CPPUNIT_ASSERT(b[2] == 40);
+        CPPUNIT_ASSERT((Values(b) == std::vector<int>{0, 30, 40}));
     }
 
     void ListTest()
@@ -161,9 +149,8 @@ public:
         CPPUNIT_ASSERT(list.GetTailPosition() == nullptr);
         CPPUNIT_ASSERT((Forward(copy) == std::vector<int>{0, 1, 25}));
         list.AddTail(8); // usable again after being emptied
-        CPPUNIT_ASSERT(list.GetCount() == 1);
-        CPPUNIT_ASSERT(list.GetHead() == 8);
-        CPPUNIT_ASSERT(list.GetTail() == 8);
+        CPPUNIT_ASSERT((Forward(list) == std::vector<int>{8}));
+        CPPUNIT_ASSERT_EQUAL(8, list.GetTail());
     }
 
     void MoveOnlyArrayTest()
@@ -266,6 +253,8 @@ public:
     }
 
 private:
+    static std::vector<int> Values(const CArray<int, int>& a) { return std::vector<int>(a.begin(), a.end()); }
+
     static std::vector<int> Forward(const CList<int, int>& list)
     {
         std::vector<int> aValues;

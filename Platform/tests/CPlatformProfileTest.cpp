@@ -1,6 +1,7 @@
 // The profile store: values read back by a fresh store, broken files, the folder of a root, and
 // the application object's operations, in a fresh temporary folder.
 #include "Platform/CProfileStore.h"
+#include "Platform/CTempFolder.h"
 #include "Platform/CWinApp.h"
 
 #include <cppunit/extensions/HelperMacros.h>
@@ -53,19 +54,6 @@ class CPlatformProfileTest : public CppUnit::TestFixture
     CPPUNIT_TEST_SUITE_END();
 
 public:
-    void setUp() override
-    {
-        std::random_device random;
-        m_dir = fs::temp_directory_path() / ("tessaroline-pserv-" + std::to_string(random()));
-        fs::create_directories(m_dir);
-    }
-
-    void tearDown() override
-    {
-        std::error_code error;
-        fs::remove_all(m_dir, error);
-    }
-
     void WriteReadBackTest()
     {
         // The folders of the file don't exist yet.
@@ -155,10 +143,11 @@ public:
         CPPUNIT_ASSERT(aData.empty());
         CPPUNIT_ASSERT(pStore->GetProfileBinary(u"S", u"Good", aData));
         CPPUNIT_ASSERT((aData == std::vector<BYTE>{0x00, 0xFF, 0xA0}));
-        CPPUNIT_ASSERT_EQUAL(UINT(5), pStore->GetProfileInt(u"S", u"Big", 5));
-        CPPUNIT_ASSERT_EQUAL(UINT(0xFFFFFFFF), pStore->GetProfileInt(u"S", u"Max", 5));
-        CPPUNIT_ASSERT_EQUAL(UINT(0x80000000), pStore->GetProfileInt(u"S", u"Neg", 5));
-        CPPUNIT_ASSERT_EQUAL(UINT(5), pStore->GetProfileInt(u"S", u"Num", 5));
+        for (const auto& [szEntry, nValue] :
+             {std::pair(u"Big", UINT(5)), std::pair(u"Max", UINT(0xFFFFFFFF)),
+              std::pair(u"Neg", UINT(0x80000000)), std::pair(u"Num", UINT(5))})
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(CString(szEntry).ToUtf8(), nValue,
+                                         pStore->GetProfileInt(u"S", szEntry, 5));
         CPPUNIT_ASSERT(pStore->GetProfileString(u"S", u"Escape", u"d") == u"d");
 
         // A file that can't be read is not replaced: here the path is a folder.
@@ -223,7 +212,8 @@ public:
     }
 
 private:
-    fs::path m_dir;
+    const CTempFolder m_temp{"profile"};
+    const fs::path& m_dir = m_temp.GetPath();
 };
 
 CPPUNIT_TEST_SUITE_NAMED_REGISTRATION(CPlatformProfileTest, "All Tests");

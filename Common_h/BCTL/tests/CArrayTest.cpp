@@ -3,6 +3,7 @@
 #include "Platform/CString.h"
 
 #include <cppunit/extensions/HelperMacros.h>
+#include <vector>
 
 class CArrayTest : public CppUnit::TestFixture
 {
@@ -11,6 +12,8 @@ class CArrayTest : public CppUnit::TestFixture
     CPPUNIT_TEST(SetTest);
     CPPUNIT_TEST(RemoveTest);
     CPPUNIT_TEST_SUITE_END();
+
+    static std::vector<int> Values(const CArray<int, int>& a) { return std::vector<int>(a.begin(), a.end()); }
 
 public:
     void AddTest()
@@ -32,29 +35,25 @@ public:
         aStrings.Add(u"a");
         CPPUNIT_ASSERT_EQUAL(100, aStrings.GetAllocSize());
         aStrings.InsertAt(0, u"b", 2);
-        CPPUNIT_ASSERT(aStrings.GetSize() == 3);
-        CPPUNIT_ASSERT(aStrings[1] == u"b");
-        CPPUNIT_ASSERT(aStrings[2] == u"a");
+        CPPUNIT_ASSERT((std::vector<CString>(aStrings.begin(), aStrings.end()) ==
+                        std::vector<CString>{u"b", u"b", u"a"}));
     }
 
     void SetTest()
     {
         CArray<int, int> aValues;
         aValues.SetAtGrow(3, 7);
-        CPPUNIT_ASSERT_EQUAL(4, aValues.GetSize());
-        CPPUNIT_ASSERT_EQUAL(0, aValues[0] + aValues[1] + aValues[2]);
+        CPPUNIT_ASSERT((Values(aValues) == std::vector<int>{0, 0, 0, 7}));
         aValues.SetAt(0, 5);
         aValues[1] = 6;
-        CPPUNIT_ASSERT(aValues.GetAt(0) == 5);
-        CPPUNIT_ASSERT(aValues.GetAt(1) == 6);
+        CPPUNIT_ASSERT_EQUAL(5, aValues.GetAt(0));
+        CPPUNIT_ASSERT_EQUAL(6, aValues.GetAt(1));
         CPPUNIT_ASSERT_THROW(aValues.SetAt(4, 1), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aValues.SetAt(-1, 1), CInvalidArgException);
         CPPUNIT_ASSERT_THROW((void)aValues.GetAt(4), CInvalidArgException);
         // An insert behind the end fills the gap with zeros.
         aValues.InsertAt(6, 9);
-        CPPUNIT_ASSERT(aValues.GetSize() == 7);
-        CPPUNIT_ASSERT(aValues[4] + aValues[5] == 0);
-        CPPUNIT_ASSERT(aValues[6] == 9);
+        CPPUNIT_ASSERT((Values(aValues) == std::vector<int>{5, 6, 0, 7, 0, 0, 9}));
     }
 
     void RemoveTest()
@@ -64,13 +63,11 @@ public:
             aValues.Add(i);
         aValues.RemoveAt(1, 2);
         aValues.RemoveAt(3);
-        CPPUNIT_ASSERT(aValues.GetSize() == 3);
-        CPPUNIT_ASSERT(aValues[1] == 3);
-        CPPUNIT_ASSERT(aValues[2] == 4);
+        CPPUNIT_ASSERT((Values(aValues) == std::vector<int>{0, 3, 4}));
         CPPUNIT_ASSERT_THROW(aValues.RemoveAt(2, 2), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aValues.RemoveAt(3), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aValues.RemoveAt(0, -1), CInvalidArgException);
-        CPPUNIT_ASSERT_EQUAL(3, aValues.GetSize());
+        CPPUNIT_ASSERT((Values(aValues) == std::vector<int>{0, 3, 4}));
         aValues.RemoveAll();
         CPPUNIT_ASSERT(aValues.IsEmpty());
         CPPUNIT_ASSERT(aValues.GetAllocSize() == 0);

@@ -108,9 +108,7 @@ public:
 
     void HTMLToAspTest()
     {
-        const CString csAsp = CConverter::HTMLToAsp(HTML);
-        ASSERT_TEXT(EachLine(u"Response.Write \"%s\" & vbCrLf\r\n", u"\"\""), csAsp);
-        CPPUNIT_ASSERT(csAsp.Find(u"Response.Write \"\"\"Abracadabra\"\"\" & vbCrLf\r\n") > 0);
+        ASSERT_TEXT(EachLine(u"Response.Write \"%s\" & vbCrLf\r\n", u"\"\""), CConverter::HTMLToAsp(HTML));
         ASSERT_TEXT(u"Response.Write \"\" & vbCrLf\r\n", CConverter::HTMLToAsp(u""));
         ASSERT_TEXT(u"Response.Write \"a\" & vbCrLf\r\nResponse.Write \"\" & vbCrLf\r\n",
                     CConverter::HTMLToAsp(u"a\r\n"));
@@ -133,9 +131,7 @@ public:
             u"print \"<html>\r\n<head>\r\n<title>\r\n\\\"Abracadabra\\\"\r\n</title>\r\n</head>\r\n<body>\r\n"
             u"<p>Abracadabra</p>\r\n</body>\r\n</html>\";",
             CConverter::HTMLtoPHP(HTML, FALSE, TRUE));
-        const CString csLines = CConverter::HTMLtoPHP(HTML, FALSE, FALSE);
-        ASSERT_TEXT(EachLine(u"print \"%s\\n\";\r\n", u"\\\""), csLines);
-        CPPUNIT_ASSERT(csLines.Find(u"print \"\\\"Abracadabra\\\"\\n\";\r\n") > 0);
+        ASSERT_TEXT(EachLine(u"print \"%s\\n\";\r\n", u"\\\""), CConverter::HTMLtoPHP(HTML, FALSE, FALSE));
         ASSERT_TEXT(u"echo \"a\\\\b \\'c\\'\\n\";\r\n", CConverter::HTMLtoPHP(u"a\\b 'c'", TRUE, FALSE));
         ASSERT_TEXT(u"echo \"\";", CConverter::HTMLtoPHP(u"", TRUE, TRUE));
     }
