@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
     {
         CStringArray aFilters;
         types.GetFilterArray(aFilters, bExtended);
-        types.GetTypesCount(bExtended);
+        (void)types.GetTypesCount(bExtended);
     }
     types.GetFileTypeByExt(u"html");
     types.GetFileTypeByTypeName(u"php");

@@ -3,8 +3,8 @@
 #include "Common_h/XMLParser/CXMLDocument.h"
 #include "Platform/CTempFolder.h"
 
-#include <cppunit/extensions/HelperMacros.h>
 #include <chrono>
+#include <cppunit/extensions/HelperMacros.h>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -12,12 +12,12 @@
 
 namespace
 {
-    const char16_t* const PROP_FILE = u"..\\Common_h\\XMLParser\\Tests\\TestFiles\\Prop.xml";
+const char16_t* const PROP_FILE = u"..\\Common_h\\XMLParser\\Tests\\TestFiles\\Prop.xml";
 
-    CXMLDocument NewDocument()
-    {
-        return CXMLDocument(CXMLDocument::CLASS_DOCUMENT_40);
-    }
+CXMLDocument NewDocument()
+{
+    return CXMLDocument(CXMLDocument::CLASS_DOCUMENT_40);
+}
 } // namespace
 
 class CXMLParserTest : public CppUnit::TestFixture
@@ -29,6 +29,7 @@ class CXMLParserTest : public CppUnit::TestFixture
     CPPUNIT_TEST(TransformTest);
     CPPUNIT_TEST(HostileDocumentTest);
     CPPUNIT_TEST(ErrorTest);
+    CPPUNIT_TEST(NamespaceUriTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -46,7 +47,8 @@ public:
 
         // Text is characters already: a declared encoding doesn't matter, nor do characters
         // outside Latin-1.
-        CPPUNIT_ASSERT(doc.Open(u"<?xml version=\"1.0\" encoding=\"UTF-16\"?><r a=\"\u0416\U0001F600\"/>", FALSE));
+        CPPUNIT_ASSERT(
+            doc.Open(u"<?xml version=\"1.0\" encoding=\"UTF-16\"?><r a=\"\u0416\U0001F600\"/>", FALSE));
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/r/@a") == u"\u0416\U0001F600");
 
         // A saved document (UTF-16 with its mark) loads again with the same content.
@@ -73,15 +75,18 @@ public:
         CPPUNIT_ASSERT(doc.Open(PROP_FILE, TRUE));
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop/@name") == u"Name");
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop[4]") == u"Local server");
-        CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop[4]/@description") == u"Address & port of the server");
+        CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop[4]/@description") ==
+                       u"Address & port of the server");
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/prop[2]/@readonly", FALSE) == u"readonly=\"true\"");
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/properties/nothing").IsEmpty());
 
         CStringArray aNodes;
         doc.GetNodes(aNodes, u"/properties/prop", FALSE);
         CPPUNIT_ASSERT_EQUAL(4, aNodes.GetSize());
-        CPPUNIT_ASSERT(aNodes[0] == u"<prop name=\"Name\" value=\"ts\" description=\"The project's title\"/>");
-        CPPUNIT_ASSERT(aNodes[2].Find(u"<prop name=\"Encoding\"") == 0 && aNodes[2].Find(u"<item value=\"1252\"/>") > 0);
+        CPPUNIT_ASSERT(aNodes[0] ==
+                       u"<prop name=\"Name\" value=\"ts\" description=\"The project's title\"/>");
+        CPPUNIT_ASSERT(aNodes[2].Find(u"<prop name=\"Encoding\"") == 0 &&
+                       aNodes[2].Find(u"<item value=\"1252\"/>") > 0);
         doc.GetNodes(aNodes, u"/properties/prop/item/@value", TRUE);
         CPPUNIT_ASSERT_EQUAL(6, aNodes.GetSize());
         CPPUNIT_ASSERT(aNodes[4] == u"1251" && aNodes[5] == u"1252");
@@ -109,9 +114,11 @@ public:
         root.AppendElement(u"file").SetAttribute(u"path", u"x.php");
         CPPUNIT_ASSERT_THROW(docBuilt.GetDocumentNode().AppendElement(u"second"), CXMLException);
         CPPUNIT_ASSERT_THROW(root.AppendElement(u"bad name"), CXMLException);
-        CPPUNIT_ASSERT(docBuilt.GetXml() == u"<?xml version=\"1.0\" encoding=\"UTF-16\"?>\r\n"
-                                           u"<project name=\"a&amp;b\"><file path=\"x.php\"/></project>\r\n");
-        CPPUNIT_ASSERT(root.GetChildElements().size() == 1 && root.GetChildElements()[0].GetName() == u"file");
+        CPPUNIT_ASSERT(docBuilt.GetXml() ==
+                       u"<?xml version=\"1.0\" encoding=\"UTF-16\"?>\r\n"
+                       u"<project name=\"a&amp;b\"><file path=\"x.php\"/></project>\r\n");
+        CPPUNIT_ASSERT(root.GetChildElements().size() == 1 &&
+                       root.GetChildElements()[0].GetName() == u"file");
         CPPUNIT_ASSERT(root.GetAttribute(u"name") == u"a&b" && root.GetAttribute(u"none").IsEmpty());
     }
 
@@ -140,8 +147,8 @@ public:
         const std::filesystem::path path = temp / "CXMLParserTestOut.xml";
         const CString csWrite =
             u"<xsl:stylesheet version=\"1.1\" xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">"
-            u"<xsl:template match=\"/\"><xsl:document href=\"" + CString::FromUtf8(path.string()) +
-            u"\"><x/></xsl:document></xsl:template></xsl:stylesheet>";
+            u"<xsl:template match=\"/\"><xsl:document href=\"" +
+            CString::FromUtf8(path.string()) + u"\"><x/></xsl:document></xsl:template></xsl:stylesheet>";
         CPPUNIT_ASSERT_THROW(doc.TransformNode(csWrite), CXMLException);
         CPPUNIT_ASSERT(!std::filesystem::exists(path));
     }
@@ -173,7 +180,9 @@ public:
         // Nested expansions and one large entity used often are refused at once.
         std::string szLaughs = "<!DOCTYPE r [<!ENTITY l0 \"lol\">";
         for (int i = 1; i < 10; ++i)
-            szLaughs += "<!ENTITY l" + std::to_string(i) + " \"" + [i] {
+            szLaughs += "<!ENTITY l" + std::to_string(i) + " \"" +
+                        [i]
+            {
                 std::string sz;
                 for (int j = 0; j < 10; ++j)
                     sz += "&l" + std::to_string(i - 1) + ";";
@@ -208,7 +217,8 @@ public:
         }
 
         // Entities of a sensible size stay usable.
-        CPPUNIT_ASSERT(doc.Open(u"<!DOCTYPE r [<!ENTITY n \"Tess\"><!ENTITY m \"&n;&n;\">]><r>&m;!</r>", FALSE));
+        CPPUNIT_ASSERT(
+            doc.Open(u"<!DOCTYPE r [<!ENTITY n \"Tess\"><!ENTITY m \"&n;&n;\">]><r>&m;!</r>", FALSE));
         CPPUNIT_ASSERT(doc.GetNodeValue(u"/r") == u"TessTess!");
     }
 
@@ -244,6 +254,42 @@ public:
             CPPUNIT_ASSERT(CXMLException::MessageOf(static_cast<HRESULT>(test.dwCode)) == test.szMessage);
         const CString csMemory = CXMLException(E_OUTOFMEMORY).ErrorMessage();
         CPPUNIT_ASSERT(!csMemory.IsEmpty() && csMemory.Right(1) != u"\n");
+    }
+
+    // A namespace URI holding markup characters comes out escaped, so that the XML of a document
+    // and of its elements opens again, and gives the same XML once more.
+    void NamespaceUriTest()
+    {
+        const char16_t* const DOCUMENTS[] = {
+            u"<r xmlns=\"a&amp;b\"/>",
+            u"<r><n:x xmlns=\"&lt;\"></n:x></r>",
+            u"<p:r xmlns:p=\"urn:x?a=1&amp;b=&quot;2&quot;\"><p:c/></p:r>",
+            u"<r xmlns:q=\"it's &lt;q&gt; &amp; &quot;more&quot;\"><q:c xmlns=\"&lt;&amp;&lt;\"/></r>",
+        };
+        for (const char16_t* szDocument : DOCUMENTS)
+        {
+            const std::string strRow = CString(szDocument).ToUtf8();
+            CXMLDocument doc = NewDocument();
+            CPPUNIT_ASSERT_MESSAGE(strRow, doc.Open(szDocument, FALSE));
+            const CString csXml = doc.GetXml();
+            CXMLDocument docAgain = NewDocument();
+            CPPUNIT_ASSERT_MESSAGE(strRow + " -> " + csXml.ToUtf8(), docAgain.Open(csXml, FALSE));
+            CPPUNIT_ASSERT_MESSAGE(strRow + " -> " + csXml.ToUtf8() + " -> " + docAgain.GetXml().ToUtf8(),
+                                   docAgain.GetXml() == csXml);
+
+            CStringArray aNodes;
+            doc.GetNodes(aNodes, u"/*/*", FALSE);
+            for (int i = 0; i < aNodes.GetSize(); ++i)
+            {
+                CXMLDocument docNode = NewDocument();
+                CPPUNIT_ASSERT_MESSAGE(strRow + " -> " + aNodes[i].ToUtf8(), docNode.Open(aNodes[i], FALSE));
+            }
+        }
+        // The document itself keeps its URI as it was.
+        CXMLDocument doc = NewDocument();
+        CPPUNIT_ASSERT(doc.Open(u"<r xmlns=\"&lt;x\"><c/></r>", FALSE));
+        (void)doc.GetXml();
+        CPPUNIT_ASSERT(doc.GetXml() == u"<r xmlns=\"&lt;x\"><c/></r>\r\n");
     }
 };
 
