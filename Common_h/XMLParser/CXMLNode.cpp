@@ -6,23 +6,86 @@
 #include <libxml/tree.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace
 {
-    const xmlChar* Xml(const std::string& sz)
+const xmlChar* Xml(const std::string& sz)
+{
+    return reinterpret_cast<const xmlChar*>(sz.c_str());
+}
+
+// Takes a string the library allocated, converts and frees it.
+CString TakeString(xmlChar* psz)
+{
+    if (psz == nullptr)
+        return CString();
+    CString cs = CString::FromUtf8(reinterpret_cast<const char*>(psz));
+    xmlFree(psz);
+    return cs;
+}
+
+// The writer puts a namespace's URI between quotes as it stands, so a URI holding "<" (which the
+// parser gives for "&lt;"; "&amp;" it keeps as a character reference) would come out as XML that
+// doesn't parse. While an object lives, such URIs of the elements at and below a node hold "&lt;" in
+// its place; the destructor puts the originals back.
+class CEscapedNamespaces
+{
+public:
+    explicit CEscapedNamespaces(xmlNode* pTop)
     {
-        return reinterpret_cast<const xmlChar*>(sz.c_str());
+        for (xmlNode* pNode = pTop; pNode;)
+        {
+            if (pNode->type == XML_ELEMENT_NODE)
+            {
+                for (xmlNs* pNs = pNode->nsDef; pNs; pNs = pNs->next)
+                    Escape(pNs);
+            }
+            // Depth first through elements (and the document's children).
+            if (pNode->children && (pNode->type == XML_ELEMENT_NODE || pNode->type == XML_DOCUMENT_NODE))
+            {
+                pNode = pNode->children;
+                continue;
+            }
+            while (pNode && pNode != pTop && pNode->next == nullptr)
+                pNode = pNode->parent;
+            pNode = (pNode == nullptr || pNode == pTop) ? nullptr : pNode->next;
+        }
+    }
+    CEscapedNamespaces(const CEscapedNamespaces&) = delete;
+    CEscapedNamespaces& operator=(const CEscapedNamespaces&) = delete;
+    ~CEscapedNamespaces()
+    {
+        for (const auto& [pNs, pszOriginal] : m_aSwapped)
+        {
+            xmlFree(const_cast<xmlChar*>(pNs->href));
+            pNs->href = pszOriginal;
+        }
     }
 
-    // Takes a string the library allocated, converts and frees it.
-    CString TakeString(xmlChar* psz)
+private:
+    void Escape(xmlNs* pNs)
     {
-        if (psz == nullptr)
-            return CString();
-        CString cs = CString::FromUtf8(reinterpret_cast<const char*>(psz));
-        xmlFree(psz);
-        return cs;
+        if (pNs->href == nullptr || xmlStrchr(pNs->href, '<') == nullptr)
+            return;
+        std::string strEscaped;
+        for (const xmlChar* p = pNs->href; *p; ++p)
+        {
+            if (*p == '<')
+                strEscaped += "&lt;";
+            else
+                strEscaped += static_cast<char>(*p);
+        }
+        xmlChar* pszEscaped = xmlStrdup(Xml(strEscaped));
+        if (pszEscaped == nullptr)
+            return;
+        m_aSwapped.emplace_back(pNs, pNs->href);
+        pNs->href = pszEscaped;
     }
+
+    std::vector<std::pair<xmlNs*, const xmlChar*>> m_aSwapped; // namespaces and their own URIs
+};
 } // namespace
 
 CXMLNode::CXMLNode(std::shared_ptr<_xmlDoc> pDoc, _xmlNode* pNode) noexcept
@@ -130,6 +193,7 @@ CString CXMLNode::GetXml() const
     if (pBuffer == nullptr)
         throw CXMLException(E_OUTOFMEMORY, u"CXMLNode::GetXml");
     CString csXml;
+    const CEscapedNamespaces escaped(m_pNode);
     if (m_pNode->type == XML_DOCUMENT_NODE)
     {
         for (xmlNode* pChild = m_pNode->children; pChild; pChild = pChild->next)

@@ -29,6 +29,7 @@ class CXMLParserTest : public CppUnit::TestFixture
     CPPUNIT_TEST(TransformTest);
     CPPUNIT_TEST(HostileDocumentTest);
     CPPUNIT_TEST(ErrorTest);
+    CPPUNIT_TEST(NamespaceUriTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -275,6 +276,42 @@ public:
             CPPUNIT_ASSERT(CXMLException::MessageOf(static_cast<HRESULT>(test.dwCode)) == test.szMessage);
         const CString csMemory = CXMLException(E_OUTOFMEMORY).ErrorMessage();
         CPPUNIT_ASSERT(!csMemory.IsEmpty() && csMemory.Right(1) != u"\n");
+    }
+
+    // A namespace URI holding markup characters comes out escaped, so that the XML of a document
+    // and of its elements opens again, and gives the same XML once more.
+    void NamespaceUriTest()
+    {
+        const char16_t* const DOCUMENTS[] = {
+            u"<r xmlns=\"a&amp;b\"/>",
+            u"<r><n:x xmlns=\"&lt;\"></n:x></r>",
+            u"<p:r xmlns:p=\"urn:x?a=1&amp;b=&quot;2&quot;\"><p:c/></p:r>",
+            u"<r xmlns:q=\"it's &lt;q&gt; &amp; &quot;more&quot;\"><q:c xmlns=\"&lt;&amp;&lt;\"/></r>",
+        };
+        for (const char16_t* szDocument : DOCUMENTS)
+        {
+            const std::string strRow = CString(szDocument).ToUtf8();
+            CXMLDocument doc = NewDocument();
+            CPPUNIT_ASSERT_MESSAGE(strRow, doc.Open(szDocument, FALSE));
+            const CString csXml = doc.GetXml();
+            CXMLDocument docAgain = NewDocument();
+            CPPUNIT_ASSERT_MESSAGE(strRow + " -> " + csXml.ToUtf8(), docAgain.Open(csXml, FALSE));
+            CPPUNIT_ASSERT_MESSAGE(strRow + " -> " + csXml.ToUtf8() + " -> " + docAgain.GetXml().ToUtf8(),
+                                   docAgain.GetXml() == csXml);
+
+            CStringArray aNodes;
+            doc.GetNodes(aNodes, u"/*/*", FALSE);
+            for (int i = 0; i < aNodes.GetSize(); ++i)
+            {
+                CXMLDocument docNode = NewDocument();
+                CPPUNIT_ASSERT_MESSAGE(strRow + " -> " + aNodes[i].ToUtf8(), docNode.Open(aNodes[i], FALSE));
+            }
+        }
+        // The document itself keeps its URI as it was.
+        CXMLDocument doc = NewDocument();
+        CPPUNIT_ASSERT(doc.Open(u"<r xmlns=\"&lt;x\"><c/></r>", FALSE));
+        (void)doc.GetXml();
+        CPPUNIT_ASSERT(doc.GetXml() == u"<r xmlns=\"&lt;x\"><c/></r>\r\n");
     }
 };
 
