@@ -41,7 +41,7 @@ void CACListBox::UpdateSelection(BOOL bHideIfEmpty)
 {
     if (!IsWindow() || m_pTarget == nullptr)
         return;
-    const CString csWord = m_pTarget->GetCompletionWord();
+    const CString csWord = m_pTarget->GetWordToCursor();
     if (bHideIfEmpty && csWord.IsEmpty())
     {
         Hide();

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "AutoComplete/IACCompleteData.h"
-#include "AutoComplete/IACCompletePocessor.h"
 #include "Edit/Commands/CEmptyTextProcessorEvents.h"
+#include "Edit/Commands/IACCompletePocessor.h"
 #include "Edit/Popup/CIconListBox.h"
 #include "Edit/Screen/CEmptyCWndEvents.h"
 

@@ -57,7 +57,7 @@ public:
     CString csWord;
     std::vector<CString> aInserted;
     void InsertCompletion(const CString& cs) override { aInserted.push_back(cs); }
-    CString GetCompletionWord() override { return csWord; }
+    CString GetWordToCursor() override { return csWord; }
 };
 
 // The text window: keeps the characters sent to it.
