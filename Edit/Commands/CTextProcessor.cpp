@@ -1684,30 +1684,30 @@ void CTextProcessor::Do1TextFormat()
 
 void CTextProcessor::DoCommentText()
 {
-    if (!m_pFormatter || !IsSelection())
-        return;
-    CPoint ptStart, ptEnd;
-    GetSelectionInDoc(ptStart, ptEnd, TRUE);
-    const CString csText = m_pFormatter->CommentText(ptStart, ptEnd);
-    if (ptStart.x >= 0 && ptStart.y >= 0 && ptEnd.x >= 0 && ptEnd.y >= 0)
-    {
-        CPoint ptResult;
-        ReplaceTextInDoc(ptStart, ptEnd, csText, ptResult);
-    }
+    ReplaceSelectionByFormatter(&ITextFormatter::CommentText);
 }
 
 void CTextProcessor::DoUnCommentText()
+{
+    ReplaceSelectionByFormatter(&ITextFormatter::UnCommentText);
+}
+
+void CTextProcessor::ReplaceSelectionByFormatter(CString (ITextFormatter::*pfnFormat)(CPoint&, CPoint&))
 {
     if (!m_pFormatter || !IsSelection())
         return;
     CPoint ptStart, ptEnd;
     GetSelectionInDoc(ptStart, ptEnd, TRUE);
-    const CString csText = m_pFormatter->UnCommentText(ptStart, ptEnd);
-    if (ptStart.x >= 0 && ptStart.y >= 0 && ptEnd.x >= 0 && ptEnd.y >= 0)
-    {
-        CPoint ptResult;
-        ReplaceTextInDoc(ptStart, ptEnd, csText, ptResult);
-    }
+    const CString csText = (m_pFormatter->*pfnFormat)(ptStart, ptEnd);
+    // The formatter refuses a range by making it negative.
+    if (ptStart.x < 0 || ptStart.y < 0 || ptEnd.x < 0 || ptEnd.y < 0)
+        return;
+    RunCommand(0,
+               [&]
+               {
+                   CPoint ptResult;
+                   ReplaceTextInDoc(ptStart, ptEnd, csText, ptResult);
+               });
 }
 
 void CTextProcessor::DoTagCaseConvert()
