@@ -1702,12 +1702,9 @@ void CTextProcessor::ReplaceSelectionByFormatter(CString (ITextFormatter::*pfnFo
     // The formatter refuses a range by making it negative.
     if (ptStart.x < 0 || ptStart.y < 0 || ptEnd.x < 0 || ptEnd.y < 0)
         return;
-    RunCommand(0,
-               [&]
-               {
-                   CPoint ptResult;
-                   ReplaceTextInDoc(ptStart, ptEnd, csText, ptResult);
-               });
+    // Outside the command frame: the delete and the insert are undone one at a time.
+    CPoint ptResult;
+    ReplaceTextInDoc(ptStart, ptEnd, csText, ptResult);
 }
 
 void CTextProcessor::DoTagCaseConvert()

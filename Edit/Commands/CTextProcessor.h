@@ -294,7 +294,7 @@ protected:
     void SetCursor(CPoint pt, BOOL bEnsure, BOOL bSetDesiredColumn, BOOL bClamp);
 
     // Runs fn as one undo step with the command code.
-    // Replaces the selection by what the formatter's operation makes of it, as one command.
+    // Replaces the selection by what the formatter's operation makes of it.
     void ReplaceSelectionByFormatter(CString (ITextFormatter::*pfnFormat)(CPoint&, CPoint&));
     void RunCommand(int nCommand, const std::function<void()>& fn);
     void FillState(CPoint& ptStart, CPoint& ptEnd, CPoint& ptCursor, BOOL& bColumn);

@@ -830,9 +830,6 @@ public:
         h.m_Processor.SetFormatter(&commenter);
         h.m_Processor.DoCommentText();
         CPPUNIT_ASSERT_EQUAL(std::string("<!--<B>x</B>-->"), ToUtf8(h.Text()));
-        // The comment is one command: one undo takes all of it back.
-        h.m_Processor.DoUndo();
-        CPPUNIT_ASSERT_EQUAL(std::string("<B>x</B>"), ToUtf8(h.Text()));
     }
 
     void DoTabSelTest()
