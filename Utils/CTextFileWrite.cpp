@@ -95,7 +95,7 @@ void CTextFileWrite::WriteBytes(std::string_view szBytes)
         }
         const std::size_t nFree = static_cast<std::size_t>(BUFFER_SIZE - 1 - m_nBufferPos);
         const std::size_t nCopy = std::min(nFree, szBytes.size());
-        std::memcpy(m_aBuffer + m_nBufferPos + 1, szBytes.data(), nCopy);
+        std::memcpy(m_aBuffer + (m_nBufferPos + 1), szBytes.data(), nCopy);
         m_nBufferPos += static_cast<int>(nCopy);
         szBytes.remove_prefix(nCopy);
     }
