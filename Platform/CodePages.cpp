@@ -518,6 +518,48 @@ void Utf16ToUtf8Kept(std::u16string_view strText, std::string& szOut)
     szOut.resize(static_cast<std::size_t>(pOut - szOut.data()));
 }
 
+// Reads a stateless page one sequence at a time: at each place the shortest sequence that reads as
+// one character and writes back as the same bytes is taken; a byte that starts none stands for
+// itself as an escape and is counted.
+static void ToUtf16KeptBySequence(UINT nCodePage, std::string_view szBytes, std::u16string& strOut,
+                                  std::size_t& nInvalid)
+{
+    UConverter* pConverter = GetConverter(nCodePage);
+    const std::size_t nMaxLength = pConverter ? static_cast<std::size_t>(ucnv_getMaxCharSize(pConverter)) : 1;
+    std::size_t nPos = 0;
+    while (nPos < szBytes.size())
+    {
+        bool bTaken = false;
+        for (std::size_t nLength = 1; nLength <= nMaxLength && nPos + nLength <= szBytes.size(); ++nLength)
+        {
+            const std::string_view szSequence = szBytes.substr(nPos, nLength);
+            std::u16string strChar;
+            std::size_t nBad = 0;
+            pConverter = GetConverter(nCodePage);
+            if (!pConverter || !ToUtf16(pConverter, szSequence.data(), szSequence.size(), strChar, &nBad) ||
+                nBad != 0 || strChar.empty() || strChar.size() > 2)
+                continue;
+            std::string szBack;
+            bool bUsedDefault = false;
+            pConverter = GetConverter(nCodePage);
+            if (FromUtf16(pConverter, strChar.data(), strChar.size(), '?', bUsedDefault, szBack, true) &&
+                szBack == szSequence)
+            {
+                strOut += strChar;
+                nPos += nLength;
+                bTaken = true;
+                break;
+            }
+        }
+        if (!bTaken)
+        {
+            strOut += static_cast<char16_t>(CH_FIRST_BYTE_ESCAPE + static_cast<unsigned char>(szBytes[nPos]));
+            ++nInvalid;
+            ++nPos;
+        }
+    }
+}
+
 bool CodePageToUtf16Kept(UINT nCodePage, std::string_view szBytes, std::u16string& strOut,
                          std::size_t* pInvalid)
 {
@@ -535,6 +577,21 @@ bool CodePageToUtf16Kept(UINT nCodePage, std::string_view szBytes, std::u16strin
     std::u16string str;
     if (!ToUtf16(pConverter, szBytes.data(), szBytes.size(), str, &nInvalid))
         return false;
+    // Some pages read two byte sequences as one character (duplicates kept for older systems) and
+    // write that character back as only one of them. Such text is read again character by character,
+    // each sequence that would not come back as it was standing for its bytes.
+    if (!IsUnicodeConverter(pConverter) && ucnv_getType(pConverter) != UCNV_ISO_2022)
+    {
+        std::string szBack;
+        bool bUsedDefault = false;
+        if (!FromUtf16(pConverter, str.data(), str.size(), '?', bUsedDefault, szBack, true) ||
+            szBack != szBytes)
+        {
+            str.clear();
+            nInvalid = 0;
+            ToUtf16KeptBySequence(nCodePage, szBytes, str, nInvalid);
+        }
+    }
     strOut += str;
     if (pInvalid)
         *pInvalid += nInvalid;

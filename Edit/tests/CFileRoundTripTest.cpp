@@ -190,6 +190,8 @@ public:
             {"\xFF\xFEodd"s, 0, 2},              // UTF-16 of odd length: read as UTF-8
             {"\xFE\xFF\xDC\x00\xD8\x00"s, 0, 0}, // lone surrogates in UTF-16 are characters
             {"a\x80\x81\n\x82", 932, 3},
+            {"x\xED\xBB\xED\xBB\xBB\xFA\x5C\n", 932,
+             2},                        // ED BB writes back as other bytes: its lead byte is kept
             {"\xAA\xD2\xFFz", 1253, 2}, // 0xAA is U+00AA here
             {"\xCA\xD9\xFB\xFC\xFF", 1255, 5},
         };
