@@ -1312,7 +1312,8 @@ void CTextProcessor::DoDeleteLine()
                });
 }
 
-void CTextProcessor::DoDeleteToEndOfLine()
+void CTextProcessor::DeleteSelectionOrRange(
+    const std::function<bool(CPoint pt, CPoint& ptStart, CPoint& ptEnd)>& fnRange)
 {
     RunCommand(0,
                [&]
@@ -1321,101 +1322,87 @@ void CTextProcessor::DoDeleteToEndOfLine()
                    if (!IsSelection())
                    {
                        const CPoint pt = GetCursorPosInView(TRUE);
-                       const int nLength = GetViewLength(pt.y);
-                       if (pt.x >= nLength && pt.y >= GetLastLine())
+                       CPoint ptStart = pt, ptEnd = pt;
+                       if (!fnRange(pt, ptStart, ptEnd))
                            return;
-                       const CPoint ptEnd = pt.x >= nLength ? CPoint(0, pt.y + 1) : CPoint(nLength, pt.y);
-                       DeleteTextInView(ptResult, pt, ptEnd);
-                   }
-                   SetSelectionInView(ptResult, ptResult, TRUE, FALSE);
-               });
-}
-
-void CTextProcessor::DoDeleteToStartOfLine()
-{
-    RunCommand(0,
-               [&]
-               {
-                   CPoint ptResult = DeleteSelection();
-                   if (!IsSelection())
-                   {
-                       const CPoint pt = GetCursorPosInView(TRUE);
-                       if (pt == CPoint(0, 0))
-                           return;
-                       const CPoint ptStart =
-                           pt.x == 0 ? CPoint(GetViewLength(pt.y - 1), pt.y - 1) : CPoint(0, pt.y);
-                       DeleteTextInView(ptResult, ptStart, pt);
-                   }
-                   SetSelectionInView(ptResult, ptResult, TRUE, FALSE);
-               });
-}
-
-void CTextProcessor::DoDeleteWord()
-{
-    RunCommand(0,
-               [&]
-               {
-                   CPoint ptResult = DeleteSelection();
-                   if (!IsSelection())
-                   {
-                       const CPoint pt = GetCursorPosInView(TRUE);
-                       CPoint ptStart, ptEnd;
-                       GetWordRange(pt.x, pt.y, ptStart, ptEnd);
                        DeleteTextInView(ptResult, ptStart, ptEnd);
                    }
                    SetSelectionInView(ptResult, ptResult, TRUE, FALSE);
                });
 }
 
+void CTextProcessor::DoDeleteToEndOfLine()
+{
+    DeleteSelectionOrRange(
+        [&](CPoint pt, CPoint&, CPoint& ptEnd)
+        {
+            const int nLength = GetViewLength(pt.y);
+            if (pt.x >= nLength && pt.y >= GetLastLine())
+                return false;
+            ptEnd = pt.x >= nLength ? CPoint(0, pt.y + 1) : CPoint(nLength, pt.y);
+            return true;
+        });
+}
+
+void CTextProcessor::DoDeleteToStartOfLine()
+{
+    DeleteSelectionOrRange(
+        [&](CPoint pt, CPoint& ptStart, CPoint&)
+        {
+            if (pt == CPoint(0, 0))
+                return false;
+            ptStart = pt.x == 0 ? CPoint(GetViewLength(pt.y - 1), pt.y - 1) : CPoint(0, pt.y);
+            return true;
+        });
+}
+
+void CTextProcessor::DoDeleteWord()
+{
+    DeleteSelectionOrRange(
+        [&](CPoint pt, CPoint& ptStart, CPoint& ptEnd)
+        {
+            GetWordRange(pt.x, pt.y, ptStart, ptEnd);
+            return true;
+        });
+}
+
 void CTextProcessor::DoDeleteToEndOfWord()
 {
-    RunCommand(0,
-               [&]
-               {
-                   CPoint ptResult = DeleteSelection();
-                   if (!IsSelection())
-                   {
-                       const CPoint pt = GetCursorPosInView(TRUE);
-                       const int nLength = GetViewLength(pt.y);
-                       if (pt.x >= nLength && pt.y >= GetLastLine())
-                           return;
-                       CPoint ptEnd(0, pt.y + 1);
-                       if (pt.x < nLength)
-                       {
-                           const ECharClass eClass = GetCharClass(pt);
-                           ptEnd = pt;
-                           while (ptEnd.x < nLength && GetCharClass(ptEnd) == eClass)
-                               ++ptEnd.x;
-                       }
-                       DeleteTextInView(ptResult, pt, ptEnd);
-                   }
-                   SetSelectionInView(ptResult, ptResult, TRUE, FALSE);
-               });
+    DeleteSelectionOrRange(
+        [&](CPoint pt, CPoint&, CPoint& ptEnd)
+        {
+            const int nLength = GetViewLength(pt.y);
+            if (pt.x >= nLength && pt.y >= GetLastLine())
+                return false;
+            ptEnd = CPoint(0, pt.y + 1);
+            if (pt.x < nLength)
+            {
+                const ECharClass eClass = GetCharClass(pt);
+                ptEnd = pt;
+                while (ptEnd.x < nLength && GetCharClass(ptEnd) == eClass)
+                    ++ptEnd.x;
+            }
+            return true;
+        });
 }
 
 void CTextProcessor::DoDeleteToStartOfWord()
 {
-    RunCommand(0,
-               [&]
-               {
-                   CPoint ptResult = DeleteSelection();
-                   if (!IsSelection())
-                   {
-                       const CPoint pt = GetCursorPosInView(TRUE);
-                       if (pt == CPoint(0, 0))
-                           return;
-                       CPoint ptStart(GetViewLength(std::max(0, pt.y - 1)), pt.y - 1);
-                       if (pt.x > 0)
-                       {
-                           const ECharClass eClass = GetCharClass(CPoint(pt.x - 1, pt.y));
-                           ptStart = pt;
-                           while (ptStart.x > 0 && GetCharClass(CPoint(ptStart.x - 1, pt.y)) == eClass)
-                               --ptStart.x;
-                       }
-                       DeleteTextInView(ptResult, ptStart, pt);
-                   }
-                   SetSelectionInView(ptResult, ptResult, TRUE, FALSE);
-               });
+    DeleteSelectionOrRange(
+        [&](CPoint pt, CPoint& ptStart, CPoint&)
+        {
+            if (pt == CPoint(0, 0))
+                return false;
+            ptStart = CPoint(GetViewLength(std::max(0, pt.y - 1)), pt.y - 1);
+            if (pt.x > 0)
+            {
+                const ECharClass eClass = GetCharClass(CPoint(pt.x - 1, pt.y));
+                ptStart = pt;
+                while (ptStart.x > 0 && GetCharClass(CPoint(ptStart.x - 1, pt.y)) == eClass)
+                    --ptStart.x;
+            }
+            return true;
+        });
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -294,6 +294,10 @@ protected:
     void SetCursor(CPoint pt, BOOL bEnsure, BOOL bSetDesiredColumn, BOOL bClamp);
 
     // Runs fn as one undo step with the command code.
+    // Deletes the selection or, without one, the range fnRange sets around the cursor (false: none),
+    // as one command; the cursor stays where the text went.
+    void
+    DeleteSelectionOrRange(const std::function<bool(CPoint pt, CPoint& ptStart, CPoint& ptEnd)>& fnRange);
     // Replaces the selection by what the formatter's operation makes of it.
     void ReplaceSelectionByFormatter(CString (ITextFormatter::*pfnFormat)(CPoint&, CPoint&));
     void RunCommand(int nCommand, const std::function<void()>& fn);

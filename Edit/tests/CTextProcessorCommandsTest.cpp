@@ -115,6 +115,9 @@ public:
             {u"one |two", "DelSow", u"one|two"},
             {u"|ab", "DelSol DelSow", u"|ab"},
             {u"ab|", "DelEol DelEow", u"ab|"},
+            {u"[ab|c\nd", "DelEol", u"|c\nd"}, // a selection is all these delete
+            {u"x[ab|c\nd", "DelSol", u"x|c\nd"},
+            {u"on[e t|wo", "DelWord", u"on|wo"},
         };
         CProcessorTestHarness::CheckTable(rows);
     }
