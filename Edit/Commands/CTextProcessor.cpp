@@ -1100,6 +1100,15 @@ CPoint CTextProcessor::DeleteSelectionColumn()
     return m_pViewBuffer->ActualTextToText(CPoint(ptTopLeft.x, std::min(ptTopLeft.y, GetLastLine())));
 }
 
+BOOL CTextProcessor::DeleteSelectionIfAny()
+{
+    if (!IsSelection())
+        return FALSE;
+    const CPoint pt = DeleteSelection();
+    SetSelectionInView(pt, pt, TRUE, FALSE);
+    return TRUE;
+}
+
 CPoint CTextProcessor::DeleteSelection()
 {
     if (!IsSelection())
@@ -1232,12 +1241,8 @@ void CTextProcessor::DoBackspace()
     RunCommand(COMMAND_EDIT,
                [&]
                {
-                   if (IsSelection())
-                   {
-                       const CPoint pt = DeleteSelection();
-                       SetSelectionInView(pt, pt, TRUE, FALSE);
+                   if (DeleteSelectionIfAny())
                        return;
-                   }
                    const CPoint pt = GetCursorPosInView(FALSE);
                    if (pt == CPoint(0, 0))
                        return;
@@ -1270,12 +1275,8 @@ void CTextProcessor::DoDelete()
     RunCommand(COMMAND_EDIT,
                [&]
                {
-                   if (IsSelection())
-                   {
-                       const CPoint pt = DeleteSelection();
-                       SetSelectionInView(pt, pt, TRUE, FALSE);
+                   if (DeleteSelectionIfAny())
                        return;
-                   }
                    const CPoint pt = GetCursorPosInView(FALSE);
                    const int nLength = GetViewLength(pt.y);
                    CPoint ptEnd(pt.x + 1, pt.y);
@@ -1299,12 +1300,8 @@ void CTextProcessor::DoDeleteLine()
     RunCommand(0,
                [&]
                {
-                   if (IsSelection())
-                   {
-                       const CPoint pt = DeleteSelection();
-                       SetSelectionInView(pt, pt, TRUE, FALSE);
+                   if (DeleteSelectionIfAny())
                        return;
-                   }
                    const int y = m_ptCursor.y;
                    const CPoint ptEnd = y < GetLastLine() ? CPoint(0, y + 1) : CPoint(GetViewLength(y), y);
                    CPoint ptResult;

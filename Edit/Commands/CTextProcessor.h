@@ -294,6 +294,8 @@ protected:
     void SetCursor(CPoint pt, BOOL bEnsure, BOOL bSetDesiredColumn, BOOL bClamp);
 
     // Runs fn as one undo step with the command code.
+    // Deletes a selection, if there is one, and leaves the cursor where it was; TRUE when it did.
+    BOOL DeleteSelectionIfAny();
     // Deletes the selection or, without one, the range fnRange sets around the cursor (false: none),
     // as one command; the cursor stays where the text went.
     void
