@@ -30,7 +30,6 @@ class CDrawerHelperTest : public CppUnit::TestFixture
     CPPUNIT_TEST_SUITE(CDrawerHelperTest);
     CPPUNIT_TEST(BaseBeforeAndAfterInit);
     CPPUNIT_TEST(LiveHelperFollowsProcessor);
-    CPPUNIT_TEST(LiveHelperWithoutProcessor);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -79,15 +78,6 @@ public:
                     harness.m_Buffer.GetLineMarkerSupport());
 
         CPPUNIT_ASSERT(helper.GetDrawWrapMark());
-        for (BOOL bRuler : {TRUE, FALSE})
-        {
-            harness.m_Settings.SetShowRuler(bRuler);
-            CPPUNIT_ASSERT_EQUAL(bRuler != 0, helper.GetShowRuler() != 0);
-        }
-        CPPUNIT_ASSERT(helper.GetFont(TRUE, FALSE, TRUE, FALSE) ==
-                       harness.m_Settings.GetFont(TRUE, FALSE, TRUE, FALSE));
-        CPPUNIT_ASSERT(helper.GetFont(FONT_LINE_NUMBER) == harness.m_Settings.GetFont(FONT_LINE_NUMBER));
-        CPPUNIT_ASSERT(helper.GetLineMarkerSupport() != nullptr);
         CPPUNIT_ASSERT(helper.GetLineMarkerSupport() == harness.m_Buffer.GetLineMarkerSupport());
 
         // Selection and cursor as the processor has them, in view points.
@@ -126,21 +116,6 @@ public:
                                          helper.IsInsidePairHighlight(row.pt, nValue));
             CPPUNIT_ASSERT_EQUAL_MESSAGE(CViewTestHarness::At(row.pt), row.nValue, nValue);
         }
-    }
-
-    // Before its processor is given, the live helper answers as an empty pane.
-    void LiveHelperWithoutProcessor()
-    {
-        CDrawerHelper helper;
-        CPPUNIT_ASSERT(helper.GetFont(FALSE, FALSE, FALSE, FALSE) == nullptr);
-        CPPUNIT_ASSERT(!helper.GetShowRuler());
-        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), helper.GetFirstVisblePoint());
-        CPPUNIT_ASSERT_EQUAL(CPoint(0, 0), helper.GetCursorPosInView());
-        CPPUNIT_ASSERT(helper.GetSelection().IsEmpty());
-        CPPUNIT_ASSERT(!helper.IsInsideSelectionInView(CPoint(0, 0)));
-        int nValue = 7;
-        CPPUNIT_ASSERT(!helper.IsInsidePairHighlight(CPoint(0, 0), nValue));
-        CPPUNIT_ASSERT_EQUAL(0, nValue);
     }
 };
 
