@@ -887,13 +887,8 @@ void CParser::PaintLines(ITextColorBuffer* pColors, int nFirstLine, int nLastLin
         for (const auto& token : aTokens)
         {
             const CString csKind = CLanguageTable::KindName(token.nKind);
-            ITextColorBuffer::COLOR_INFO info;
-            info.dwWord[CParserSettings::CI_FLAGS] =
-                CParserSettings::CF_PAINTED | CParserSettings::StyleOf(token.nKind);
-            info.dwWord[CParserSettings::CI_FOREGROUND] = pSettings->GetColor(csKind);
-            info.dwWord[CParserSettings::CI_BACKGROUND] = CParserSettings::BackgroundOf(token.nLang);
-            info.dwWord[CParserSettings::CI_KIND] = token.nKind;
-            info.dwWord[CParserSettings::CI_LANGUAGE] = token.nLang;
+            const ITextColorBuffer::COLOR_INFO info =
+                CParserSettings::MakeColorInfo(token.nKind, token.nLang, pSettings->GetColor(csKind));
             pColors->SetTextColor(CPoint(token.nStart, nLine), CPoint(token.nEnd, nLine), info);
         }
     }

@@ -1,5 +1,7 @@
 #include "Colorer/CParserSettings.h"
 
+#include "Edit/Screen/CTextDrawer.h"
+
 #include "Colorer/CLanguageTable.h"
 
 namespace
@@ -59,9 +61,9 @@ unsigned CParserSettings::StyleOf(int nKind) noexcept
     {
     case RK_KEYWORD:
     case RK_TAGNAME:
-        return CF_BOLD;
+        return CTextDrawer::CS_BOLD;
     case RK_COMMENT:
-        return CF_ITALIC;
+        return CTextDrawer::CS_ITALIC;
     default:
         return 0;
     }
@@ -75,6 +77,29 @@ unsigned CParserSettings::BackgroundOf(int nLang) noexcept
     case LANG_JAVA:
         return 0xf0f8ff;
     default:
-        return 0xffffff;
+        return PAGE_BACKGROUND;
     }
+}
+
+ITextColorBuffer::COLOR_INFO CParserSettings::MakeColorInfo(int nKind, int nLang, unsigned crText) noexcept
+{
+    ITextColorBuffer::COLOR_INFO info;
+    const unsigned crBk = BackgroundOf(nLang);
+    info.dwWord[CTextDrawer::CW_USE_TEXT] = 1;
+    info.dwWord[CTextDrawer::CW_USE_BK] = crBk != PAGE_BACKGROUND ? 1 : 0;
+    info.dwWord[CTextDrawer::CW_TEXT] = crText & 0xffffff;
+    info.dwWord[CTextDrawer::CW_BK] = crBk;
+    info.dwWord[CTextDrawer::CW_STYLE] = StyleOf(nKind) | (static_cast<DWORD>(nKind & 0xff) << KIND_SHIFT) |
+                                         (static_cast<DWORD>(nLang & 0xff) << LANGUAGE_SHIFT);
+    return info;
+}
+
+int CParserSettings::KindOf(const ITextColorBuffer::COLOR_INFO& info) noexcept
+{
+    return static_cast<int>((info.dwWord[CTextDrawer::CW_STYLE] >> KIND_SHIFT) & 0xff);
+}
+
+int CParserSettings::LanguageOf(const ITextColorBuffer::COLOR_INFO& info) noexcept
+{
+    return static_cast<int>((info.dwWord[CTextDrawer::CW_STYLE] >> LANGUAGE_SHIFT) & 0xff);
 }

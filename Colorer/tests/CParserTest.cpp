@@ -11,6 +11,7 @@
 #include "Edit/Model/IOutliningBuffer.h"
 #include "Edit/Model/ITextColorBuffer.h"
 #include "Edit/Model/IUndoRedoBuffer.h"
+#include "Edit/Screen/CTextDrawer.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <random>
@@ -339,9 +340,10 @@ public:
             CPPUNIT_ASSERT_EQUAL(1, call.ptStart.y);
             CPPUNIT_ASSERT_EQUAL(nCovered, call.ptStart.x);
             nCovered = call.ptEnd.x;
-            CPPUNIT_ASSERT(call.info.dwWord[CParserSettings::CI_FLAGS] & CParserSettings::CF_PAINTED);
-            CPPUNIT_ASSERT_EQUAL(static_cast<DWORD>(LANG_HTML),
-                                 call.info.dwWord[CParserSettings::CI_LANGUAGE]);
+            CPPUNIT_ASSERT(!(call.info == ITextColorBuffer::COLOR_INFO()));
+            CPPUNIT_ASSERT_EQUAL(static_cast<int>(LANG_HTML), CParserSettings::LanguageOf(call.info));
+            // Page text leaves the background to the selection and the current line.
+            CPPUNIT_ASSERT_EQUAL(DWORD(0), call.info.dwWord[CTextDrawer::CW_USE_BK]);
         }
         CPPUNIT_ASSERT_EQUAL(doc.storage.GetLine(1).GetLength(), nCovered);
         colors.ClearTextColors();
@@ -349,9 +351,20 @@ public:
         const auto it = std::find_if(colors.m_aCalls.begin(), colors.m_aCalls.end(),
                                      [](const CRecordingColors::SCall& call) { return call.ptStart.x == 8; });
         CPPUNIT_ASSERT(it != colors.m_aCalls.end());
-        CPPUNIT_ASSERT_EQUAL(static_cast<DWORD>(RK_KEYWORD), it->info.dwWord[CParserSettings::CI_KIND]);
-        CPPUNIT_ASSERT_EQUAL(static_cast<DWORD>(0xff0000), it->info.dwWord[CParserSettings::CI_FOREGROUND]);
-        CPPUNIT_ASSERT(it->info.dwWord[CParserSettings::CI_FLAGS] & CParserSettings::CF_BOLD);
+        CPPUNIT_ASSERT_EQUAL(static_cast<int>(RK_KEYWORD), CParserSettings::KindOf(it->info));
+        CPPUNIT_ASSERT_EQUAL(DWORD(1), it->info.dwWord[CTextDrawer::CW_USE_TEXT]);
+        CPPUNIT_ASSERT_EQUAL(static_cast<DWORD>(0xff0000), it->info.dwWord[CTextDrawer::CW_TEXT]);
+        CPPUNIT_ASSERT(it->info.dwWord[CTextDrawer::CW_STYLE] & CTextDrawer::CS_BOLD);
+        // Server code is tinted: its background overrules the table's; kind and language survive.
+        const auto php = CParserSettings::MakeColorInfo(RK_COMMENT, LANG_PHP, 0x1234567);
+        CPPUNIT_ASSERT_EQUAL(DWORD(1), php.dwWord[CTextDrawer::CW_USE_BK]);
+        CPPUNIT_ASSERT_EQUAL(static_cast<DWORD>(CParserSettings::BackgroundOf(LANG_PHP)),
+                             php.dwWord[CTextDrawer::CW_BK]);
+        CPPUNIT_ASSERT_EQUAL(static_cast<DWORD>(0x234567), php.dwWord[CTextDrawer::CW_TEXT]);
+        CPPUNIT_ASSERT_EQUAL(static_cast<DWORD>(CTextDrawer::CS_ITALIC),
+                             php.dwWord[CTextDrawer::CW_STYLE] & 0xff);
+        CPPUNIT_ASSERT_EQUAL(static_cast<int>(RK_COMMENT), CParserSettings::KindOf(php));
+        CPPUNIT_ASSERT_EQUAL(static_cast<int>(LANG_PHP), CParserSettings::LanguageOf(php));
     }
     void FoldRegionsTest()
     {
