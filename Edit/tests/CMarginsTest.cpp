@@ -161,6 +161,23 @@ public:
         harness.m_Screen.AssertValid();
         harness.m_Buffer.DeleteText(CPoint(0, 0), CPoint(0, 1));
         CPPUNIT_ASSERT_EQUAL(20 + 8 + 5 + 9, harness.m_Screen.GetMarginSize().cx);
+
+        // Wrapped text: the wider column narrows the text in the middle of the change, and the
+        // view follows it.
+        CScreenTestHarness wrapped;
+        wrapped.SetupScreen(U(Lines(8) + "\n" + std::string(30, 'w')), 42 + 10 * 8, 480, 10);
+        CPPUNIT_ASSERT_EQUAL(10, wrapped.m_Screen.GetScreenSize().cx);
+        wrapped.m_Processor.SetCursorPosInDoc(CPoint(0, 8));
+        wrapped.Run("'x Enter");
+        CPPUNIT_ASSERT_EQUAL(9, wrapped.m_Screen.GetScreenSize().cx);
+        // The view must match one built from scratch at the screen's new width.
+        wrapped.m_szScreen = wrapped.m_Screen.GetScreenSize();
+        CPPUNIT_ASSERT_EQUAL(std::string(), wrapped.CheckConsistent());
+        wrapped.m_Processor.AssertValid();
+        wrapped.Run("Undo");
+        CPPUNIT_ASSERT_EQUAL(10, wrapped.m_Screen.GetScreenSize().cx);
+        wrapped.m_szScreen = wrapped.m_Screen.GetScreenSize();
+        CPPUNIT_ASSERT_EQUAL(std::string(), wrapped.CheckConsistent());
     }
 
     void LineNumberDrawerTest()

@@ -193,8 +193,8 @@ public:
 
     void OnMouse()
     {
+        CTestPane pane; // outlives the screen, which leaves its listeners when it goes
         CScreenTestHarness harness;
-        CTestPane pane;
         SetupWithRuler(harness, &pane);
         CPPUNIT_ASSERT_EQUAL(1, pane.m_Handlers.GetSize());
         CEventLog log;
@@ -271,8 +271,8 @@ public:
 
     void DragTimerTest()
     {
+        CTestPane pane; // outlives the screen, which leaves its listeners when it goes
         CScreenTestHarness harness;
-        CTestPane pane;
         SetupWithRuler(harness, &pane);
         CEventLog log;
         harness.m_Screen.AddEventsHandler(&log);
@@ -330,6 +330,7 @@ public:
 
     void OnSizeTest()
     {
+        CTestPane pane;
         CScreenTestHarness harness;
         harness.Setup(u"abc");
         CEventLog log;
@@ -370,7 +371,6 @@ public:
 
         // With a window, the window's client rectangle counts, not the numbers given.
         screen.Uninit();
-        CTestPane pane;
         screen.Init(&harness.m_Buffer, &harness.m_View, &harness.m_Settings, &harness.m_Settings, &pane,
                     nullptr);
         CPPUNIT_ASSERT_EQUAL(std::string("Size 74x30"), log.Take());
