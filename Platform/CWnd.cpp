@@ -15,6 +15,7 @@ CWndPeer::Factory& PeerFactory()
 
 CWnd* g_pFocus = nullptr;
 CWnd* g_pCapture = nullptr;
+CPoint g_ptCursor; // the pointer, in screen pixels
 
 struct SPosted
 {
@@ -412,6 +413,21 @@ CWnd* CWnd::SetFocus()
 CWnd* CWnd::GetFocus() noexcept
 {
     return g_pFocus;
+}
+
+CPoint CWnd::GetCursorPos() noexcept
+{
+    return g_ptCursor;
+}
+
+void CWnd::SetCursorPos(const CPoint& pt) noexcept
+{
+    g_ptCursor = pt;
+}
+
+std::unique_ptr<CDC> CWnd::GetDC()
+{
+    return m_bCreated ? m_pPeer->CreateDC() : nullptr;
 }
 
 LRESULT CWnd::SendMessage(UINT message, WPARAM wParam, LPARAM lParam)

@@ -148,6 +148,13 @@ public:
     // Sends WM_KILLFOCUS (wParam: the new window) to the old and WM_SETFOCUS to the new; returns the old.
     CWnd* SetFocus();
     static CWnd* GetFocus() noexcept;
+    // The pointer's position in screen pixels; without a display, the one last set (0, 0 at first).
+    static CPoint GetCursorPos() noexcept;
+    static void SetCursorPos(const CPoint& pt) noexcept;
+
+    // A surface of the window for measuring text in its fonts; null without a window or when the
+    // system gives none.
+    std::unique_ptr<CDC> GetDC();
 
     // Delivers the message now.
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);

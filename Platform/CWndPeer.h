@@ -3,6 +3,7 @@
 // it; the headless peer records the calls. A peer is made by the factory in effect.
 #pragma once
 
+#include "CDC.h"
 #include "CRect.h"
 #include "CString.h"
 #include "Types.h"
@@ -35,6 +36,8 @@ public:
     virtual void KillTimer(UINT nID) = 0;
     virtual void SetCapture(BOOL bCapture) = 0;
     virtual void SetFocus() = 0;
+    // A surface for measuring text as the window would show it; null: none.
+    virtual std::unique_ptr<CDC> CreateDC() { return nullptr; }
 
     // Makes the peers of new windows; null back to the headless one.
     using Factory = std::function<std::unique_ptr<CWndPeer>()>;

@@ -1,5 +1,7 @@
 #include "CHeadlessWndPeer.h"
 
+#include "CRecordingDC.h"
+
 namespace
 {
 CString RectText(const CRect& rt)
@@ -81,4 +83,9 @@ void CHeadlessWndPeer::SetCapture(BOOL bCapture)
 void CHeadlessWndPeer::SetFocus()
 {
     Record(u"Focus");
+}
+
+std::unique_ptr<CDC> CHeadlessWndPeer::CreateDC()
+{
+    return std::make_unique<CRecordingDC>();
 }

@@ -21,6 +21,8 @@ public:
     void KillTimer(UINT nID) override;
     void SetCapture(BOOL bCapture) override;
     void SetFocus() override;
+    // A recording surface, whose text is measured in cells of 8 by 16.
+    std::unique_ptr<CDC> CreateDC() override;
 
     [[nodiscard]] const std::vector<CString>& GetCalls() const noexcept { return m_aCalls; }
     void ClearCalls() noexcept { m_aCalls.clear(); }

@@ -1,0 +1,30 @@
+#include "Edit/Screen/CLeftLineNumberMargin.h"
+
+void CLeftLineNumberMargin::Init(IScreenChar* pScreenChar, ITextBuffer* pBuffer,
+                                 ITextScreenSettings* pSettings, IScreenItemDrawer* pDrawer)
+{
+    m_pScreenChar = pScreenChar;
+    m_pBuffer = pBuffer;
+    m_pSettings = pSettings;
+    CScreenItemBase::Init(0, pDrawer);
+}
+
+BOOL CLeftLineNumberMargin::IsVisible()
+{
+    return m_pSettings == nullptr || m_pSettings->GetShowLineNumbers();
+}
+
+int CLeftLineNumberMargin::GetSize()
+{
+    if (m_pBuffer == nullptr || m_pScreenChar == nullptr)
+        return 0;
+    return CountDigits(m_pBuffer->GetLinesCount()) * m_pScreenChar->GetCharDim().cx + PADDING;
+}
+
+int CLeftLineNumberMargin::CountDigits(int n) noexcept
+{
+    int nDigits = 0;
+    for (; n > 0; n /= 10)
+        ++nDigits;
+    return nDigits;
+}
