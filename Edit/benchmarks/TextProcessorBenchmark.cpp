@@ -1,7 +1,9 @@
 // Cost of the commands of a pane's processor on a 1,000,000-line document with wrap on and 1,000
 // collapsed regions: a typed character, Enter, Backspace and the undo of a command at random places,
 // and pasting and undoing large texts. Prints a table; not part of the checks; run by hand from a
-// Release build.
+// Release build:
+//     TextProcessorBenchmark [calls]
+// with the number of calls of each command (default 10,000).
 #include "Edit/Commands/CMacrosTextProcessor.h"
 #include "Edit/Model/CTextBuffer.h"
 #include "Edit/Model/IOutliningBuffer.h"
@@ -12,6 +14,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -25,7 +28,7 @@ namespace
 constexpr int DOCUMENT_LINES = 1000000;
 constexpr int COLLAPSED_BLOCKS = 1000;
 constexpr int BLOCK_STEP = DOCUMENT_LINES / COLLAPSED_BLOCKS;
-constexpr int CALLS = 10000;
+constexpr int DEFAULT_CALLS = 10000;
 constexpr int PASTE_LINES = 10000;
 constexpr int PASTES = 5;
 
@@ -135,8 +138,9 @@ void Print(const char* szWhat, const SFigures& f, double dTarget)
 }
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
+    const int CALLS = argc > 1 ? std::max(100, std::atoi(argv[1])) : DEFAULT_CALLS;
     const auto path = MakeFile();
     CTextSettings settings;
     settings.SetTabSize(CTextSettings::DEFAULT_TAB_SIZE);
@@ -175,6 +179,16 @@ int main()
                 DOCUMENT_LINES, view.GetLinesCount(), COLLAPSED_BLOCKS, CALLS);
     std::printf("| Command | p50 ms | p99 ms | max ms | p99 target |\n|---|---|---|---|---|\n");
     Print("DoChar", Measure(CALLS, place, [&] { processor.DoChar(L'a'); }), 1);
+    // For comparison: typing on where the last character went, so that the view's records stay put.
+    place();
+    Print("DoChar, typing on at one place",
+          Measure(
+              CALLS, [] {}, [&] { processor.DoChar(L'a'); }),
+          1);
+    Print("Enter, typing on at one place",
+          Measure(
+              CALLS, [] {}, [&] { processor.DoChar(L'\r'); }),
+          5);
     Print("Enter", Measure(CALLS, place, [&] { processor.DoChar(L'\r'); }), 5);
     Print("DoBackspace", Measure(CALLS, place, [&] { processor.DoBackspace(); }), 1);
     Print("DoUndo of a typed character",
