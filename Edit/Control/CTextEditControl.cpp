@@ -30,6 +30,9 @@ BOOL CTextEditControl::Create(CWnd* pHost, ITextBuffer* pTextBuffer, CTextSettin
     // The buffer is filled and the settings are loaded: the screen first, so that its layout is
     // done before any later listener of the window hears of a size.
     ICWnd* pWnd = pHost != nullptr ? this : nullptr;
+    // The line number margin takes the buffer from the view when the screen builds it, so the view
+    // is given its buffer beforehand; it is wired in full, after the screen, in its own step.
+    m_ViewBuffer.Create(pTextBuffer, pSettings, nullptr);
     m_Screen.Init(pTextBuffer, &m_ViewBuffer, pSettings, pSettings, pWnd, &m_Processor);
     m_ViewBuffer.Create(pTextBuffer, pSettings, &m_Screen);
     m_Processor.Create(&m_ViewBuffer, pSettings, &m_Screen, pWnd, &CMacrosSupport::GetGlobal());
