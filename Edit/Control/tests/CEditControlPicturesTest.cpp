@@ -1,18 +1,13 @@
 // Whole panes painted through Cairo: what a user would see of a pane with wrapped lines, a collapsed
 // region, a column selection, line numbers and a bookmark, and of a pane with the completion list
 // and a tip up. The pictures are left in the build folder; the checks look at known cells.
-#include "Edit/Control/CTextEditControl.h"
+#include "Edit/Control/tests/CPaneTestHarness.h"
 
 #include "Edit/Model/CBookmarks.h"
-#include "Edit/Model/CTextBuffer.h"
 #include "Edit/Model/IOutliningBuffer.h"
 #include "Edit/Popup/CISToolTip.h"
-#include "Edit/Screen/CCWndHost.h"
-#include "Edit/Screen/CTextSettings.h"
 
 #include "Platform/CDisplay.h"
-#include "Platform/CProfileStore.h"
-#include "Platform/Cairo/CCairoDC.h"
 
 #include <cppunit/extensions/HelperMacros.h>
 #include <cstdio>
@@ -48,81 +43,13 @@ CRect PlaceIn(const CWnd& wnd, const CWnd& owner)
     return rt;
 }
 
+using CPicturePane = CPaneTestHarness;
+using CWordsData = CPaneTestHarness::CWordsData;
+
 std::string Hex(COLORREF cr)
 {
-    char sz[16];
-    std::snprintf(sz, sizeof sz, "%06X", static_cast<unsigned>(cr));
-    return sz;
+    return CPaneTestHarness::Hex(cr);
 }
-
-class CWordsData : public IACCompleteData
-{
-public:
-    explicit CWordsData(std::initializer_list<const char16_t*> words)
-    {
-        for (const char16_t* sz : words)
-        {
-            SACWord word;
-            word.m_csWordName = sz;
-            m_words.Add(word);
-        }
-    }
-    const CBitmap* GetBitmap(COLORREF& crMask) override
-    {
-        crMask = 0;
-        return nullptr;
-    }
-    const CWords& GetWords() override { return m_words; }
-    int GetWordIndex(const CString&, BOOL&) override { return -1; }
-    void Release() override {}
-
-private:
-    CWords m_words;
-};
-
-// A pane of a given size in a headless window, with the settings as loaded from an empty store.
-class CPicturePane
-{
-public:
-    CPicturePane(const CString& csText, int cx, int cy, BOOL bWrap)
-    {
-        const auto path =
-            std::filesystem::temp_directory_path() / "tessaroline-control-no-store" / "profile.ini";
-        m_pStore = CProfileStore::FromFile(CString::FromUtf8(path.string()));
-        m_Settings.SetProfileStore(m_pStore.get());
-        m_Settings.LoadSettings();
-        m_Settings.SetWrapMode(bWrap);
-        m_Buffer.Create();
-        CPoint ptEnd;
-        m_Buffer.InsertText(CPoint(0, 0), csText, ptEnd);
-        m_Host.CreateEx(0, WS_POPUP | WS_VISIBLE, CRect(0, 0, cx, cy), nullptr);
-        CPPUNIT_ASSERT(m_Control.Create(&m_Host, &m_Buffer, &m_Settings));
-    }
-
-    CTextProcessor& Processor() { return *m_Control.GetProcessor(); }
-    // The whole window on a picture.
-    std::unique_ptr<CCairoDC> Paint()
-    {
-        CRect rt;
-        m_Host.GetClientRect(rt);
-        auto pDC = std::make_unique<CCairoDC>(rt.Width(), rt.Height());
-        m_Host.Paint(pDC.get());
-        return pDC;
-    }
-    // The top left pixel of a view position's cell, and its size.
-    CRect Cell(CPoint ptView)
-    {
-        const CPoint pt = m_Control.TextToClient(ptView);
-        const CSize sz = m_Control.GetScreen()->GetCharDim();
-        return CRect(pt.x, pt.y, pt.x + sz.cx, pt.y + sz.cy);
-    }
-
-    std::unique_ptr<CProfileStore> m_pStore;
-    CTextSettings m_Settings;
-    CTextBuffer m_Buffer;
-    CCWndHost m_Host;
-    CTextEditControl m_Control;
-};
 } // namespace
 
 class CEditControlPicturesTest : public CppUnit::TestFixture
@@ -153,7 +80,7 @@ public:
                           u"  <p>Short one.</p>\r\n"
                           u"</body>\r\n"
                           u"</html>",
-                          480, 300, TRUE);
+                          CRect(0, 0, 480, 300), TRUE);
         // A bookmark on document line 2, drawn from a strip of eleven cells of 16 by 12 pixels.
         CBitmap strip;
         CPPUNIT_ASSERT(strip.CreateBitmap(16 * 11, 12));
@@ -238,7 +165,7 @@ public:
                           u"  var list = menuItem.childNodes;\r\n"
                           u"  list.\r\n"
                           u"</script>",
-                          720, 360, FALSE);
+                          CRect(0, 0, 720, 360), FALSE);
         CDisplay::SetWorkArea(CRect(0, 0, 720, 360));
         pane.m_Host.SetFocus();
         pane.Processor().SetCursorPosInDoc(CPoint(7, 3), TRUE, TRUE);

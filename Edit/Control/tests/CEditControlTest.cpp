@@ -1,21 +1,15 @@
 // One editing pane in a headless host window: wiring and unwiring, what the window's events become
 // on their way to the listeners, the scroll bars and the caret, and input a pane must survive.
-#include "Edit/Control/CTextEditControl.h"
+#include "Edit/Control/tests/CPaneTestHarness.h"
 
-#include "Edit/Model/CTextBuffer.h"
 #include "Edit/Popup/CISToolTip.h"
-#include "Edit/Screen/CCWndHost.h"
-#include "Edit/Screen/CTextSettings.h"
 
 #include "Platform/CDisplay.h"
 #include "Platform/CListBox.h"
-#include "Platform/CProfileStore.h"
 #include "Platform/Headless/CHeadlessWndPeer.h"
 #include "Platform/Headless/CRecordingDC.h"
 
 #include <cppunit/extensions/HelperMacros.h>
-#include <filesystem>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -72,115 +66,12 @@ private:
     CTextEditControl* m_pControl;
 };
 
-// Completion words without icons.
-class CWordsData : public IACCompleteData
-{
-public:
-    explicit CWordsData(std::initializer_list<const char16_t*> words)
-    {
-        for (const char16_t* sz : words)
-        {
-            SACWord word;
-            word.m_csWordName = sz;
-            m_words.Add(word);
-        }
-    }
-    const CBitmap* GetBitmap(COLORREF& crMask) override
-    {
-        crMask = 0;
-        return nullptr;
-    }
-    const CWords& GetWords() override { return m_words; }
-    int GetWordIndex(const CString&, BOOL&) override { return -1; }
-    void Release() override {}
-
-private:
-    CWords m_words;
-};
-
-// The settings as loaded from an empty store.
-class CDefaultSettings : public CTextSettings
-{
-public:
-    CDefaultSettings()
-    {
-        const auto path =
-            std::filesystem::temp_directory_path() / "tessaroline-control-no-store" / "profile.ini";
-        m_pStore = CProfileStore::FromFile(CString::FromUtf8(path.string()));
-        SetProfileStore(m_pStore.get());
-        LoadSettings();
-    }
-
-private:
-    std::unique_ptr<CProfileStore> m_pStore;
-};
-
-// A pane as a host builds it: a filled buffer, loaded settings, a window and the control wired to
-// them. Members go in the order in which they may die.
-class CPane
-{
-public:
-    explicit CPane(const CString& csText, const CRect& rtWindow = CRect(0, 0, 400, 240), BOOL bWire = TRUE)
-    {
-        m_Buffer.Create();
-        CPoint ptEnd;
-        if (!csText.IsEmpty())
-            m_Buffer.InsertText(CPoint(0, 0), csText, ptEnd);
-        m_Host.CreateEx(0, WS_POPUP | WS_VISIBLE, rtWindow, nullptr);
-        if (bWire)
-            CPPUNIT_ASSERT(m_Control.Create(&m_Host, &m_Buffer, &m_Settings));
-    }
-
-    CTextProcessor& Processor() { return *m_Control.GetProcessor(); }
-    [[nodiscard]] CRect TextArea() { return m_Control.GetScreen()->GetItem(2)->GetRect(); }
-    [[nodiscard]] CSize Cell() { return m_Control.GetScreen()->GetCharDim(); }
-    [[nodiscard]] SCROLLINFO Bar(int nBar) const
-    {
-        SCROLLINFO info;
-        m_Host.GetScrollInfo(nBar, info);
-        return info;
-    }
-    // The last caret the window asked the system for: "width height x y visible".
-    [[nodiscard]] std::string Caret() const
-    {
-        const auto& calls = static_cast<CHeadlessWndPeer*>(m_Host.GetPeer())->GetCalls();
-        for (auto it = calls.rbegin(); it != calls.rend(); ++it)
-            if (it->Left(6) == u"Caret ")
-                return it->Mid(6).ToUtf8();
-        return std::string();
-    }
-
-    // The size of that caret.
-    [[nodiscard]] CSize CaretSize() const
-    {
-        std::istringstream is(Caret());
-        int cx = -1, cy = -1;
-        is >> cx >> cy;
-        return CSize(cx, cy);
-    }
-
-    CTextBuffer m_Buffer;
-    CDefaultSettings m_Settings;
-    CCWndHost m_Host;
-    CTextEditControl m_Control;
-};
+using CPane = CPaneTestHarness;
+using CWordsData = CPaneTestHarness::CWordsData;
 
 CString Lines(int nCount, const char16_t* szLine = u"line")
 {
-    CString cs;
-    for (int i = 0; i < nCount; ++i)
-    {
-        if (i > 0)
-            cs += u"\r\n";
-        cs += szLine;
-    }
-    return cs;
-}
-
-std::string Describe(const CRect& rt)
-{
-    return "(" + std::to_string(rt.left) + "," + std::to_string(rt.top) + "," + std::to_string(rt.right) +
-           "," + std::to_string(rt.bottom) + ")";
+    return CPaneTestHarness::Lines(nCount, szLine);
 }
 } // namespace
 
@@ -190,10 +81,9 @@ class CEditControlTest : public CppUnit::TestFixture
     CPPUNIT_TEST(CreateTest);
     CPPUNIT_TEST(UnwiredTest);
     CPPUNIT_TEST(ListenerOrderTest);
-    CPPUNIT_TEST(ForwardTest);
+    CPPUNIT_TEST(PreTranslateTest);
     CPPUNIT_TEST(AltFlagTest);
     CPPUNIT_TEST(ScrollCodesTest);
-    CPPUNIT_TEST(ScrollShortTextTest);
     CPPUNIT_TEST(ScrollMovesViewTest);
     CPPUNIT_TEST(ScrollRangesAfterTypingTest);
     CPPUNIT_TEST(ConversionTest);
@@ -217,15 +107,15 @@ public:
         CPPUNIT_ASSERT(control.GetCWnd() == &pane.m_Host);
         CPPUNIT_ASSERT(pane.m_Host.GetPane() == &control);
         CPPUNIT_ASSERT(control.GetTextBuffer() == &pane.m_Buffer);
-        CPPUNIT_ASSERT(control.GetEditSettings() == &pane.m_Settings);
-        CPPUNIT_ASSERT(control.GetDrawSettings() == &pane.m_Settings);
-        CPPUNIT_ASSERT(control.GetScreenSettings() == &pane.m_Settings);
+        CPPUNIT_ASSERT(control.GetEditSettings() == &pane.m_Settings &&
+                       control.GetDrawSettings() == &pane.m_Settings &&
+                       control.GetScreenSettings() == &pane.m_Settings);
         CPPUNIT_ASSERT(control.GetTextViewBuffer()->GetLinesCount() == 30);
         CPPUNIT_ASSERT(control.GetEditorCommands() != nullptr && control.GetTextProcessor() != nullptr);
 
         // The first size reached the screen: the text area fills the window right of the margins.
         const CRect rtText = pane.TextArea();
-        const CSize szCell = pane.Cell();
+        const CSize szCell = pane.CellSize();
         CPPUNIT_ASSERT(szCell.cx > 0 && szCell.cy > 0);
         CPPUNIT_ASSERT_EQUAL(400L, static_cast<long>(rtText.right));
         CPPUNIT_ASSERT_EQUAL(240L, static_cast<long>(rtText.bottom));
@@ -244,7 +134,6 @@ public:
         control.GetEditorCommands()->DoChar(u'x');
         CPPUNIT_ASSERT(pane.m_Buffer.GetLine(0) == u"xline");
         pane.Processor().AssertValid();
-        pane.m_Control.GetTextViewBuffer();
 
         // Wiring again ends the first wiring and starts anew; without a buffer nothing is wired.
         CPPUNIT_ASSERT(control.Create(&pane.m_Host, &pane.m_Buffer, &pane.m_Settings));
@@ -309,7 +198,7 @@ public:
         pane.m_Control.AddEventsHandler(&probe);
         pane.m_Host.MoveWindow(CRect(0, 0, 300, 160));
         CPPUNIT_ASSERT_EQUAL(std::string("Size 300 160"), probe.Last());
-        const CSize szCell = pane.Cell();
+        const CSize szCell = pane.CellSize();
         const CRect rtText = pane.TextArea();
         CPPUNIT_ASSERT_EQUAL(300L, static_cast<long>(rtText.right));
         CPPUNIT_ASSERT(probe.szScreenAtSize ==
@@ -319,33 +208,11 @@ public:
         pane.m_Control.RemoveEventsHandler(&probe);
     }
 
-    void ForwardTest()
+    void PreTranslateTest()
     {
-        // Each window message reaches the listeners as its event, with the host as the window.
         CPane pane(Lines(3));
         CWindowProbe probe;
         pane.m_Control.AddEventsHandler(&probe);
-        struct SRow
-        {
-            UINT message;
-            WPARAM wParam;
-            LPARAM lParam;
-            const char* szExpected;
-        };
-        const SRow aRows[] = {
-            {WM_TIMER, 0x7DD3, 0, "Timer 32211"},
-            {WM_SETCURSOR, 0, CWnd::MakeLong(30, 31), "SetCursor 30,31"},
-            {WM_RBUTTONDOWN, MK_RBUTTON, CWnd::MakeLong(100, 20), "RButtonDown 2"},
-            {WM_LBUTTONDBLCLK, MK_LBUTTON, CWnd::MakeLong(100, 20), "LButtonDblClk 1"},
-        };
-        for (const auto& row : aRows)
-        {
-            probe.aHeard.clear();
-            pane.m_Host.SendMessage(row.message, row.wParam, row.lParam);
-            CPPUNIT_ASSERT_EQUAL_MESSAGE(row.szExpected, std::size_t(1), probe.aHeard.size());
-            CPPUNIT_ASSERT_EQUAL(std::string(row.szExpected), probe.aHeard[0]);
-        }
-
         // Pre-translation asks the listeners in order and stops at the first that uses the message.
         CWindowProbe second;
         pane.m_Control.AddEventsHandler(&second);
@@ -369,6 +236,8 @@ public:
 
     void AltFlagTest()
     {
+        // Each pointer message reaches the listeners as its event; Alt is added to moves, presses
+        // and releases of the left button only.
         CPane pane(Lines(3));
         CWindowProbe probe;
         pane.m_Control.AddEventsHandler(&probe);
@@ -391,6 +260,8 @@ public:
             {WM_LBUTTONDBLCLK, true, MK_LBUTTON, "LButtonDblClk 1"},
             {WM_RBUTTONDOWN, true, MK_RBUTTON, "RButtonDown 2"},
             {WM_RBUTTONDOWN, false, MK_RBUTTON, "RButtonDown 2"},
+            {WM_TIMER, false, 0x7DD3, "Timer 32211"},
+            {WM_SETCURSOR, true, 0, "SetCursor 120,40"},
         };
         for (const auto& row : aRows)
         {
@@ -456,23 +327,19 @@ public:
                 probe.aHeard[0]);
         }
         pane.m_Control.RemoveEventsHandler(&probe);
-    }
 
-    void ScrollShortTextTest()
-    {
-        // Three lines in a window of many rows: the bottom is the top.
-        CPane pane(Lines(3));
-        CWindowProbe probe;
-        pane.m_Control.AddEventsHandler(&probe);
+        // Three lines in a window of many rows: the bottom is the top, and nothing goes below it.
+        CPane shortPane(Lines(3));
+        shortPane.m_Control.AddEventsHandler(&probe);
         for (UINT nCode : {1u, 3u, 5u, 7u})
         {
             probe.aHeard.clear();
-            pane.m_Control.OnScroll(nCode, SB_VERT);
+            shortPane.m_Control.OnScroll(nCode, SB_VERT);
             CPPUNIT_ASSERT_EQUAL_MESSAGE("code " + std::to_string(nCode), std::string("Scroll 0 1"),
                                          probe.aHeard.at(0));
         }
-        CPPUNIT_ASSERT(pane.Processor().GetFirstVisblePoint() == CPoint(0, 0));
-        pane.m_Control.RemoveEventsHandler(&probe);
+        CPPUNIT_ASSERT(shortPane.Processor().GetFirstVisblePoint() == CPoint(0, 0));
+        shortPane.m_Control.RemoveEventsHandler(&probe);
     }
 
     void ScrollMovesViewTest()
@@ -551,7 +418,7 @@ public:
         CPane pane(
             Lines(40, u"\tabcdefghijklmnopqrstuvwxyz abcdefghijklmnopqrstuvwxyz abcdefghijklmnopqrstuvwxyz"));
         CTextEditControl& control = pane.m_Control;
-        const CSize szCell = pane.Cell();
+        const CSize szCell = pane.CellSize();
         const CPoint ptOrigin = pane.TextArea().TopLeft();
         CPPUNIT_ASSERT(control.TextToClient(CPoint(0, 0)) == ptOrigin);
         // The tab takes four columns: the character behind it starts at column 4.
@@ -582,9 +449,9 @@ public:
         }
         // A text rectangle reaches one cell below its end.
         const CRect rt = control.GetTextRect(CPoint(1, 0), CPoint(3, 1));
-        CPPUNIT_ASSERT_EQUAL_MESSAGE(Describe(rt), ptOrigin.x + 4 * w, static_cast<int>(rt.left));
-        CPPUNIT_ASSERT_EQUAL_MESSAGE(Describe(rt), ptOrigin.x + 6 * w, static_cast<int>(rt.right));
-        CPPUNIT_ASSERT_EQUAL_MESSAGE(Describe(rt), ptOrigin.y + 2 * h, static_cast<int>(rt.bottom));
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(CPane::Describe(rt), ptOrigin.x + 4 * w, static_cast<int>(rt.left));
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(CPane::Describe(rt), ptOrigin.x + 6 * w, static_cast<int>(rt.right));
+        CPPUNIT_ASSERT_EQUAL_MESSAGE(CPane::Describe(rt), ptOrigin.y + 2 * h, static_cast<int>(rt.bottom));
 
         // Scrolled by 3 lines and 8 columns, the same pixel is further into the text.
         pane.Processor().SetFirstVisiblePoint(CPoint(8, 3));
@@ -603,7 +470,7 @@ public:
         CPane pane(Lines(100, u"0123456789012345678901234567890123456789012345678901234567890123456789"));
         CTextEditControl& control = pane.m_Control;
         const CPoint ptOrigin = pane.TextArea().TopLeft();
-        const CSize szCell = pane.Cell();
+        const CSize szCell = pane.CellSize();
         // No focus: no caret.
         CPPUNIT_ASSERT(!pane.m_Host.IsCaretVisible());
         pane.m_Host.SetFocus();
@@ -654,7 +521,7 @@ public:
         // The block caret is as wide as the character under the cursor: a tab, a letter, the end.
         CPane pane(u"\tab");
         pane.m_Host.SetFocus();
-        const CSize szCell = pane.Cell();
+        const CSize szCell = pane.CellSize();
         pane.m_Settings.SetBlockCursor(TRUE);
         struct SRow
         {
@@ -740,16 +607,6 @@ public:
         CPPUNIT_ASSERT(pane.m_Buffer.GetLine(0) == u"<td");
         control.GetEditorCommands()->DoUndo();
         CPPUNIT_ASSERT(pane.m_Buffer.GetLine(0) == u"<tb");
-        // Any other command closes the list.
-        control.ShowCompletion(&data);
-        CPPUNIT_ASSERT(pList->IsShown());
-        control.GetEditorCommands()->DoMoveLeft(0);
-        CPPUNIT_ASSERT(!pList->IsShown());
-        // A press outside the list closes it too, and the press goes on to the text.
-        control.ShowCompletion(&data);
-        MSG press{&pane.m_Host, WM_LBUTTONDOWN, MK_LBUTTON, 0, 0, CPoint(1, 1)};
-        CPPUNIT_ASSERT(!pane.m_Host.PreTranslateMessage(&press));
-        CPPUNIT_ASSERT(!pList->IsShown());
     }
 
     void EventReactionsTest()
@@ -786,7 +643,7 @@ public:
         for (const CRect& rtWindow : {CRect(0, 0, 0, 0), CRect(10, 10, 5, -20)})
         {
             CPane pane(Lines(20), rtWindow);
-            const std::string sWhat = "window " + Describe(rtWindow);
+            const std::string sWhat = "window " + CPane::Describe(rtWindow);
             CPPUNIT_ASSERT_MESSAGE(sWhat, pane.m_Control.GetScreen()->GetScreenSize() == CSize(0, 0));
             pane.m_Host.SetFocus();
             CPPUNIT_ASSERT_MESSAGE(sWhat, !pane.m_Host.IsCaretVisible());
@@ -802,7 +659,7 @@ public:
                 CRect rt = record.rt;
                 for (const CPoint& pt : record.aPoints)
                     rt.UnionRect(rt, CRect(pt, pt));
-                CPPUNIT_ASSERT_MESSAGE(sWhat + ": drawn at " + Describe(rt),
+                CPPUNIT_ASSERT_MESSAGE(sWhat + ": drawn at " + CPane::Describe(rt),
                                        rt.Width() <= 0 || rt.Height() <= 0);
             }
             // Sizes below zero given straight to the control change nothing of it.
