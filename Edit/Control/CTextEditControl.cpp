@@ -23,6 +23,8 @@ BOOL CTextEditControl::Create(CWnd* pHost, ITextBuffer* pTextBuffer, CTextSettin
     Close();
     m_pHost = pHost;
     m_pSettings = pSettings;
+    // A window that has the focus already gets no focus message for the pane.
+    m_bFocus = pHost != nullptr && CWnd::GetFocus() == pHost;
     m_ACList.SetOwner(pHost);
     if (auto* pCWndHost = dynamic_cast<CCWndHost*>(pHost))
         pCWndHost->SetPane(this);
@@ -80,13 +82,12 @@ void CTextEditControl::Close()
     m_Screen.Uninit();
     if (m_pHost != nullptr)
     {
-        if (m_bFocus)
-            m_pHost->HideCaret();
+        // The caret was the pane's.
+        m_pHost->DestroyCaret();
         if (auto* pCWndHost = dynamic_cast<CCWndHost*>(m_pHost); pCWndHost && pCWndHost->GetPane() == this)
             pCWndHost->SetPane(nullptr);
     }
     m_ACList.SetOwner(nullptr);
-    m_Handlers.RemoveAll();
     m_pHost = nullptr;
     m_pSettings = nullptr;
     m_ptLastCursor = m_ptLastFirstVisible = CPoint();

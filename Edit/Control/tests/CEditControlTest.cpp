@@ -142,8 +142,20 @@ public:
         CPPUNIT_ASSERT(!control.Create(&pane.m_Host, &pane.m_Buffer, nullptr));
         CPPUNIT_ASSERT(control.IsCreated());
 
-        // Closing lets go of the window, the settings and the buffer: none of them hears of it later.
+        // Wired while the window has the focus, the pane has it too: the caret is up at once.
+        pane.m_Host.SetFocus();
+        CPPUNIT_ASSERT(control.Create(&pane.m_Host, &pane.m_Buffer, &pane.m_Settings));
+        CPPUNIT_ASSERT(control.HasFocus() && pane.m_Host.IsCaretVisible());
+
+        // Closing lets go of the window, the settings and the buffer: none of them hears of it later,
+        // and the caret goes with the pane. A listener of the host's own stays.
+        CWindowProbe probe;
+        control.AddEventsHandler(&probe);
         control.Close();
+        CPPUNIT_ASSERT(!pane.m_Host.IsCaretVisible());
+        control.OnTimer(7);
+        CPPUNIT_ASSERT_EQUAL(std::string("Timer 7"), probe.Last());
+        control.RemoveEventsHandler(&probe);
         CPPUNIT_ASSERT(!control.IsCreated());
         CPPUNIT_ASSERT(pane.m_Host.GetPane() == nullptr);
         CPPUNIT_ASSERT(control.GetCWnd() == nullptr);
