@@ -8,7 +8,10 @@ void CLeftLineNumberMarginDrawer::DrawItem(CDC* pDC, const CRect& rect, int nLin
 {
     const SColorPair color = m_pHelper->GetColor(COLOR_LINE_NUMBER);
     pDC->FillSolidRect(rect, color.crBackground);
-    if (nLine >= 0 && IsFirstRow(nLine))
+    // Below the text the row is empty.
+    if (nLine < 0)
+        return;
+    if (IsFirstRow(nLine))
     {
         ITextBuffer* pBuffer = GetTextBuffer();
         const int nDigits =

@@ -7,13 +7,16 @@ void CLeftSelMarginDrawer::DrawItem(CDC* pDC, const CRect& rect, int nLine)
 {
     const SColorPair color = m_pHelper->GetColor(COLOR_MARGIN);
     pDC->FillSolidRect(rect, color.crText);
+    // Below the text the row is empty.
+    if (nLine < 0)
+        return;
     CPen pen(PS_SOLID, 1, color.crBackground);
     CPen* pOldPen = pDC->SelectObject(&pen);
     pDC->MoveTo(rect.right - 2, rect.top);
     pDC->LineTo(rect.right - 2, rect.bottom);
     pDC->SelectObject(pOldPen);
 
-    if (nLine < 0 || !IsFirstRow(nLine))
+    if (!IsFirstRow(nLine))
         return;
     ILineMarkerSupport* pSupport = m_pHelper->GetLineMarkerSupport();
     if (pSupport == nullptr)

@@ -11,6 +11,7 @@ public:
     void DrawItem(CDC* pDC, const CRect& rect, int nFirst) override;
 
 private:
-    // The mark of column n with its left edge at x and the scale's top at y.
-    void DrawTick(CDC* pDC, int n, int x, int y, int nCellWidth);
+    // The mark of column n with its left edge at x and the scale's top at y; a mark that would
+    // fall right of nRight is left out.
+    void DrawTick(CDC* pDC, int n, int x, int y, int nCellWidth, int nRight);
 };
