@@ -62,6 +62,7 @@ public:
     // Wires the pane to a host window (may be null: a pane without a window) and a buffer, which
     // must be filled or loaded, and to settings that have been loaded. The screen comes first, then
     // the view buffer, the processor, the listeners, and a first size from the host's client area.
+    // A host that is a CCWndHost gets the control as its pane; the processor hears the window too.
     // A second call ends the first wiring. FALSE, wiring nothing, without a buffer or settings.
     BOOL Create(CWnd* pHost, ITextBuffer* pTextBuffer, CTextSettings* pSettings);
     // Unwires everything Create wired, in reverse; the pane is as built.

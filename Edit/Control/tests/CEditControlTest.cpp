@@ -200,6 +200,21 @@ public:
         }
         CPPUNIT_ASSERT(!host.IsWindow());
         CPPUNIT_ASSERT(CWnd::GetFocus() == nullptr);
+
+        // Wired without a window, a pane edits and converts; it has no bars, caret or paint of its own.
+        CPane pane(u"abc");
+        CTextEditControl control;
+        CPPUNIT_ASSERT(control.Create(nullptr, &pane.m_Buffer, &pane.m_Settings));
+        CPPUNIT_ASSERT(control.GetCWnd() == nullptr);
+        control.GetEditorCommands()->DoMoveEnd(0);
+        control.GetEditorCommands()->DoChar(u'd');
+        CPPUNIT_ASSERT(pane.m_Buffer.GetLine(0) == u"abcd");
+        control.OnSetFocus(nullptr);
+        control.OnScroll(CTextEditControl::SCROLL_BOTTOM, SB_VERT);
+        CPPUNIT_ASSERT(control.GetLastCursorPos() == CPoint(4, 0));
+        CPPUNIT_ASSERT(control.TextToClient(CPoint(1, 0)).x - control.TextToClient(CPoint(0, 0)).x ==
+                       control.GetScreen()->GetCharDim().cx);
+        control.Close();
     }
 
     void ListenerOrderTest()
