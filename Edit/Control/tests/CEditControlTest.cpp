@@ -436,6 +436,16 @@ public:
         for (int i = 0; i < nRows + 3; ++i)
             pCommands->DoUndo();
         CPPUNIT_ASSERT_EQUAL(6, pane.Bar(SB_VERT).nMax);
+        // A change of the buffer that is no command of this pane (another pane's, a reload) moves
+        // the bars as well.
+        const int nLines = pane.m_Control.GetTextViewBuffer()->GetLinesCount();
+        pCommands->DoMoveStartDoc(0);
+        const CPoint ptLast(pane.m_Buffer.GetLine(nLines - 1).GetLength(), nLines - 1);
+        CPoint ptEnd;
+        pane.m_Buffer.InsertText(ptLast, u"\r\n1\r\n2", ptEnd);
+        CPPUNIT_ASSERT_EQUAL(nLines + 1, pane.Bar(SB_VERT).nMax);
+        pane.m_Buffer.DeleteText(ptLast, ptEnd);
+        CPPUNIT_ASSERT_EQUAL(nLines - 1, pane.Bar(SB_VERT).nMax);
         pane.Processor().AssertValid();
     }
 
