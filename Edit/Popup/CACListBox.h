@@ -30,6 +30,8 @@ public:
     // shown for no data or no words.
     void Show(IACCompleteData* pData, const CRect& rcAt);
     void Hide();
+    // The text window from now on (not owned); a list that is up keeps its place.
+    void SetOwner(CWnd* pOwner) noexcept { m_pOwner = pOwner; }
     [[nodiscard]] BOOL IsShown() const noexcept { return IsWindow() && IsWindowVisible(); }
     [[nodiscard]] CIconListBox* GetList() const noexcept { return m_pList.get(); }
 
