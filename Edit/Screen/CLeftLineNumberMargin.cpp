@@ -16,9 +16,17 @@ BOOL CLeftLineNumberMargin::IsVisible()
 
 int CLeftLineNumberMargin::GetSize()
 {
-    if (m_pBuffer == nullptr || m_pScreenChar == nullptr)
+    ITextBuffer* pBuffer = GetBuffer();
+    if (pBuffer == nullptr || m_pScreenChar == nullptr)
         return 0;
-    return CountDigits(m_pBuffer->GetLinesCount()) * m_pScreenChar->GetCharDim().cx + PADDING;
+    return CountDigits(pBuffer->GetLinesCount()) * m_pScreenChar->GetCharDim().cx + PADDING;
+}
+
+ITextBuffer* CLeftLineNumberMargin::GetBuffer()
+{
+    if (m_pBuffer == nullptr && m_pView != nullptr)
+        return m_pView->GetTextBuffer();
+    return m_pBuffer;
 }
 
 int CLeftLineNumberMargin::CountDigits(int n) noexcept

@@ -21,6 +21,7 @@ void CLeftMargin::Init(IScreenChar* pScreenChar, ITextDrawSettings* pDrawSetting
     m_SelMargin.Init(0, &m_SelDrawer);
     m_LineNumberMargin.Init(pScreenChar, pView != nullptr ? pView->GetTextBuffer() : nullptr, pSettings,
                             &m_LineNumberDrawer);
+    m_LineNumberMargin.SetView(pView);
     m_OutliningMargin.Init(0, &m_OutliningDrawer);
     m_CursorIndicatorMargin.Init(pSettings, &m_CursorIndicatorDrawer);
     Rebuild();

@@ -137,6 +137,10 @@ CSize CTextScreen::MeasureCharDim()
     CSize szMax(0, 0);
     for (char16_t ch = 0x20; ch <= 0xFE; ++ch)
     {
+        // The controls between the two halves have no glyph of their own here: a surface draws
+        // them as boxes of hex digits, far wider than any character a text shows.
+        if (ch >= 0x7F && ch <= 0x9F)
+            continue;
         const CSize sz = pDC->GetTextExtent(CString(ch));
         szMax.cx = std::max(szMax.cx, sz.cx);
         szMax.cy = std::max(szMax.cy, sz.cy);

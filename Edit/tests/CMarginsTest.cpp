@@ -6,6 +6,7 @@
 #include "Edit/Screen/CLeftLineNumberMarginDrawer.h"
 #include "Edit/Screen/CLeftOutliningMarginDrawer.h"
 #include "Edit/Screen/CLeftSelMarginDrawer.h"
+#include "Edit/Screen/CTextSettings.h"
 #include "Edit/Screen/CTopCursorIndicatorDrawer.h"
 #include "Edit/Screen/CTopRullerDrawer.h"
 #include "Edit/tests/CScreenTestHarness.h"
@@ -152,6 +153,22 @@ public:
         margin.Init(&harness.m_Screen, &empty, nullptr, nullptr);
         CPPUNIT_ASSERT_EQUAL(0, empty.GetLinesCount());
         CPPUNIT_ASSERT_EQUAL(5, margin.GetSize());
+        // Given no buffer, the margin asks the view, which a pane gives its buffer after the
+        // screen is built.
+        CLeftLineNumberMargin late;
+        late.Init(&harness.m_Screen, nullptr, nullptr, nullptr);
+        CTextViewBuffer view;
+        late.SetView(&view);
+        CPPUNIT_ASSERT_EQUAL(0, late.GetSize());
+        CTextBuffer twelve;
+        CPoint ptAfter;
+        twelve.Create();
+        twelve.InsertText(CPoint(0, 0), u"\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n", ptAfter);
+        CTextSettings settings;
+        view.Create(&twelve, &settings, nullptr);
+        CPPUNIT_ASSERT_EQUAL(12, twelve.GetLinesCount());
+        CPPUNIT_ASSERT_EQUAL(2 * 8 + 5, late.GetSize());
+        view.Close();
 
         harness.SetupScreen(U(Lines(9)));
         CPPUNIT_ASSERT_EQUAL(20 + 8 + 5 + 9, harness.m_Screen.GetMarginSize().cx);
