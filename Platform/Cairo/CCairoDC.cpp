@@ -1,5 +1,7 @@
 #include "CCairoDC.h"
 
+#include "CCairoTextCache.h"
+
 #include "Platform/CLibraryCacheScope.h"
 #include "Platform/NativePath.h"
 
@@ -14,12 +16,11 @@ struct CCairoDC::SCairo
 {
     cairo_surface_t* pSurface = nullptr;
     cairo_t* pContext = nullptr;
-    PangoLayout* pLayout = nullptr;
+    std::unique_ptr<CCairoTextCache> pText;
 
     ~SCairo()
     {
-        if (pLayout)
-            g_object_unref(pLayout);
+        pText.reset();
         if (pContext)
             cairo_destroy(pContext);
         if (pSurface)
@@ -29,24 +30,31 @@ struct CCairoDC::SCairo
 
 namespace
 {
+// Shaped texts a surface keeps: the characters of a few fonts and the short texts of a screen.
+constexpr size_t TEXT_CACHE_LIMIT = 4096;
+
 void SetColor(cairo_t* pContext, COLORREF crColor)
 {
     cairo_set_source_rgb(pContext, GetRValue(crColor) / 255.0, GetGValue(crColor) / 255.0,
                          GetBValue(crColor) / 255.0);
 }
-
-// A Pango description of a logical font: the face, the pixel height, weight and slant.
-PangoFontDescription* DescribeFont(const CFont& font)
+// Paints shaped text with the top left of its layout at (x, y), in the current source colour.
+void ShowShaped(cairo_t* pContext, const CCairoTextCache& text, const CCairoTextCache::SShaped& shaped, int x,
+                int y)
 {
-    PangoFontDescription* pDescription = pango_font_description_new();
-    const std::string szFace = font.GetFaceName().ToUtf8();
-    if (!szFace.empty())
-        pango_font_description_set_family(pDescription, szFace.c_str());
-    pango_font_description_set_absolute_size(pDescription, std::max(1, font.GetHeight()) * PANGO_SCALE);
-    pango_font_description_set_weight(pDescription,
-                                      static_cast<PangoWeight>(std::clamp(font.GetWeight(), 100, 1000)));
-    pango_font_description_set_style(pDescription, font.IsItalic() ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
-    return pDescription;
+    if (shaped.bUseLayout)
+    {
+        cairo_move_to(pContext, x, y);
+        pango_cairo_show_layout(pContext, text.GetLayout());
+        return;
+    }
+    // Each run's origin sits on the baseline, where the layout's renderer would put it.
+    const double dBaseline = y + static_cast<double>(shaped.nBaseline) / PANGO_SCALE;
+    for (const CCairoTextCache::SRun& run : shaped.aRuns)
+    {
+        cairo_move_to(pContext, x + static_cast<double>(run.nX) / PANGO_SCALE, dBaseline);
+        pango_cairo_show_glyph_string(pContext, run.pFont, run.pGlyphs);
+    }
 }
 } // namespace
 
@@ -57,7 +65,7 @@ CCairoDC::CCairoDC(int nWidth, int nHeight)
     const CLibraryCacheScope scope;
     m_pCairo->pSurface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, m_nWidth, m_nHeight);
     m_pCairo->pContext = cairo_create(m_pCairo->pSurface);
-    m_pCairo->pLayout = pango_cairo_create_layout(m_pCairo->pContext);
+    m_pCairo->pText = std::make_unique<CCairoTextCache>(m_pCairo->pContext, TEXT_CACHE_LIMIT);
     cairo_set_antialias(m_pCairo->pContext, CAIRO_ANTIALIAS_NONE);
     cairo_set_line_width(m_pCairo->pContext, 1.0);
     SetColor(m_pCairo->pContext, RGB(255, 255, 255));
@@ -89,14 +97,25 @@ BOOL CCairoDC::WriteToPNG(const CString& csFileName) const
 CSize CCairoDC::GetTextExtent(const CString& csText) const
 {
     const CLibraryCacheScope scope;
-    PangoFontDescription* pDescription = DescribeFont(*GetCurrentFont());
-    pango_layout_set_font_description(m_pCairo->pLayout, pDescription);
-    pango_font_description_free(pDescription);
-    const std::string szText = csText.ToUtf8();
-    pango_layout_set_text(m_pCairo->pLayout, szText.c_str(), static_cast<int>(szText.size()));
-    int nWidth = 0, nHeight = 0;
-    pango_layout_get_pixel_size(m_pCairo->pLayout, &nWidth, &nHeight);
-    return CSize(nWidth, nHeight);
+    CCairoTextCache& text = *m_pCairo->pText;
+    text.SetFont(*GetCurrentFont());
+    const CCairoTextCache::SShaped& shaped = text.Shape(csText.Str());
+    return CSize(shaped.nWidth, shaped.nHeight);
+}
+
+void CCairoDC::SetTextCacheLimit(size_t nLimit)
+{
+    m_pCairo->pText->SetLimit(nLimit);
+}
+
+size_t CCairoDC::GetTextCacheSize() const noexcept
+{
+    return m_pCairo->pText->GetSize();
+}
+
+void CCairoDC::AssertValid() const
+{
+    m_pCairo->pText->AssertValid();
 }
 
 int CCairoDC::GetClipBox(CRect& rt) const
@@ -211,18 +230,14 @@ void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, co
 {
     const CLibraryCacheScope scope;
     cairo_t* pContext = m_pCairo->pContext;
+    CCairoTextCache& text = *m_pCairo->pText;
     if (pRect && (nOptions & ETO_OPAQUE))
         PaintSolidRect(*pRect, GetBkColor());
-    cairo_save(pContext);
-    if (pRect && (nOptions & ETO_CLIPPED))
-    {
-        cairo_rectangle(pContext, pRect->left, pRect->top, pRect->Width(), pRect->Height());
-        cairo_clip(pContext);
-    }
-    const CSize szText = GetTextExtent(csText);
-    PangoLayoutIter* pIter = pango_layout_get_iter(m_pCairo->pLayout);
-    const int nBaseline = pango_layout_iter_get_baseline(pIter) / PANGO_SCALE;
-    pango_layout_iter_free(pIter);
+    text.SetFont(*GetCurrentFont());
+    // Read before the characters of a grid are shaped, which may replace the result.
+    const CCairoTextCache::SShaped* pShaped = &text.Shape(csText.Str());
+    const CSize szText(pShaped->nWidth, pShaped->nHeight);
+    const int nBaseline = pShaped->nBaseline / PANGO_SCALE;
 
     int nWidth = szText.cx;
     if (pDx)
@@ -245,29 +260,32 @@ void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, co
 
     if (GetBkMode() == OPAQUE)
         PaintSolidRect(CRect(x, y, x + nWidth, y + szText.cy), GetBkColor());
+    const bool bClip = pRect && (nOptions & ETO_CLIPPED);
+    if (bClip)
+    {
+        cairo_save(pContext);
+        cairo_rectangle(pContext, pRect->left, pRect->top, pRect->Width(), pRect->Height());
+        cairo_clip(pContext);
+    }
     SetColor(pContext, GetTextColor());
     if (!pDx)
-    {
-        cairo_move_to(pContext, x, y);
-        pango_cairo_show_layout(pContext, m_pCairo->pLayout);
-    }
+        ShowShaped(pContext, text, *pShaped, x, y);
     else
     {
-        // Each code unit (with its low surrogate) at its own advance: cells of a fixed grid.
+        // Each code point (a code unit, or a surrogate pair) at its own advance: cells of a grid.
+        const std::u16string_view szText16 = csText.Str();
         int nX = x;
-        for (int i = 0; i < csText.GetLength(); ++i)
+        for (size_t i = 0; i < szText16.size();)
         {
-            const int nUnits = i + 1 < csText.GetLength() && (csText[i] & 0xFC00) == 0xD800 ? 2 : 1;
-            const std::string szChar = csText.Mid(i, nUnits).ToUtf8();
-            pango_layout_set_text(m_pCairo->pLayout, szChar.c_str(), static_cast<int>(szChar.size()));
-            cairo_move_to(pContext, nX, y);
-            pango_cairo_show_layout(pContext, m_pCairo->pLayout);
-            for (int k = 0; k < nUnits; ++k)
+            const size_t nUnits = i + 1 < szText16.size() && (szText16[i] & 0xFC00) == 0xD800 ? 2 : 1;
+            ShowShaped(pContext, text, text.Shape(szText16.substr(i, nUnits)), nX, y);
+            for (size_t k = 0; k < nUnits; ++k)
                 nX += pDx[i + k];
-            i += nUnits - 1;
+            i += nUnits;
         }
     }
-    cairo_restore(pContext);
+    if (bClip)
+        cairo_restore(pContext);
 }
 
 void CCairoDC::PaintTransparentBlt(const CRect& rtDest, const CBitmap& bitmap, const CRect& rtSource,

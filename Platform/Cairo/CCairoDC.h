@@ -5,6 +5,7 @@
 
 #include "Platform/CDC.h"
 
+#include <cstddef>
 #include <memory>
 
 class CCairoDC : public CDC
@@ -22,6 +23,12 @@ public:
     BOOL WriteToPNG(const CString& csFileName) const;
 
     [[nodiscard]] CSize GetTextExtent(const CString& csText) const override;
+    // Texts are shaped once per font and kept, up to a limit (some thousands by default); 0 keeps
+    // none and lays out each text afresh, as a reference for the kept ones.
+    void SetTextCacheLimit(size_t nLimit);
+    [[nodiscard]] size_t GetTextCacheSize() const noexcept;
+    // The kept texts are consistent and within their limit.
+    void AssertValid() const;
     int GetClipBox(CRect& rt) const override;
 
 protected:
@@ -37,7 +44,7 @@ protected:
                              COLORREF crTransparent) override;
 
 private:
-    struct SCairo; // the surface, its context and the text layout
+    struct SCairo; // the surface, its context and the shaped texts
 
     // Strokes the current path with the selected pen; a null pen strokes nothing.
     void StrokeWithPen();
