@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <vector>
 
 struct CCairoDC::SCairo
 {
@@ -37,24 +38,6 @@ void SetColor(cairo_t* pContext, COLORREF crColor)
 {
     cairo_set_source_rgb(pContext, GetRValue(crColor) / 255.0, GetGValue(crColor) / 255.0,
                          GetBValue(crColor) / 255.0);
-}
-// Paints shaped text with the top left of its layout at (x, y), in the current source colour.
-void ShowShaped(cairo_t* pContext, const CCairoTextCache& text, const CCairoTextCache::SShaped& shaped, int x,
-                int y)
-{
-    if (shaped.bUseLayout)
-    {
-        cairo_move_to(pContext, x, y);
-        pango_cairo_show_layout(pContext, text.GetLayout());
-        return;
-    }
-    // Each run's origin sits on the baseline, where the layout's renderer would put it.
-    const double dBaseline = y + static_cast<double>(shaped.nBaseline) / PANGO_SCALE;
-    for (const CCairoTextCache::SRun& run : shaped.aRuns)
-    {
-        cairo_move_to(pContext, x + static_cast<double>(run.nX) / PANGO_SCALE, dBaseline);
-        pango_cairo_show_glyph_string(pContext, run.pFont, run.pGlyphs);
-    }
 }
 } // namespace
 
@@ -260,16 +243,27 @@ void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, co
 
     if (GetBkMode() == OPAQUE)
         PaintSolidRect(CRect(x, y, x + nWidth, y + szText.cy), GetBkColor());
-    const bool bClip = pRect && (nOptions & ETO_CLIPPED);
+    bool bClip = pRect && (nOptions & ETO_CLIPPED);
+    if (bClip && !pDx && pShaped->bInkKnown)
+    {
+        // Text whose ink lies inside the rectangle paints the same pixels unclipped.
+        CRect rtInk = pShaped->rtInk;
+        rtInk.OffsetRect(x, y);
+        bClip = !rtInk.IsRectEmpty() && (rtInk.left < pRect->left || rtInk.top < pRect->top ||
+                                         rtInk.right > pRect->right || rtInk.bottom > pRect->bottom);
+    }
     if (bClip)
     {
+        // The font set outside the saved state stays made when the state is restored.
+        if (!pShaped->aRuns.empty() && pShaped->aRuns.front().pScaledFont)
+            cairo_set_scaled_font(pContext, pShaped->aRuns.front().pScaledFont);
         cairo_save(pContext);
         cairo_rectangle(pContext, pRect->left, pRect->top, pRect->Width(), pRect->Height());
         cairo_clip(pContext);
     }
     SetColor(pContext, GetTextColor());
     if (!pDx)
-        ShowShaped(pContext, text, *pShaped, x, y);
+        text.Show(pContext, *pShaped, x, y);
     else
     {
         // Each code point (a code unit, or a surrogate pair) at its own advance: cells of a grid.
@@ -278,7 +272,7 @@ void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, co
         for (size_t i = 0; i < szText16.size();)
         {
             const size_t nUnits = i + 1 < szText16.size() && (szText16[i] & 0xFC00) == 0xD800 ? 2 : 1;
-            ShowShaped(pContext, text, text.Shape(szText16.substr(i, nUnits)), nX, y);
+            text.Show(pContext, text.Shape(szText16.substr(i, nUnits)), nX, y);
             for (size_t k = 0; k < nUnits; ++k)
                 nX += pDx[i + k];
             i += nUnits;

@@ -4,6 +4,8 @@
 #include "Platform/CString.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstdint>
 #include <functional>
 
 namespace
@@ -117,7 +119,8 @@ void CCairoTextCache::LayOut(std::u16string_view szText, bool bKeepRuns, SShaped
     PangoRectangle ink{}, logical{};
     pango_layout_get_pixel_extents(m_pLayout, &ink, &logical);
     pango_layout_get_pixel_size(m_pLayout, &pShaped->nWidth, &pShaped->nHeight);
-    pShaped->rtInk = CRect(ink.x, ink.y, ink.x + ink.width, ink.y + ink.height);
+    pShaped->rtInk = CRect();
+    pShaped->bInkKnown = false;
     PangoLayoutIter* pIter = pango_layout_get_iter(m_pLayout);
     pShaped->nBaseline = pango_layout_iter_get_baseline(pIter);
     PangoRectangle line{};
@@ -143,16 +146,126 @@ void CCairoTextCache::LayOut(std::u16string_view szText, bool bKeepRuns, SShaped
         run.pFont = PANGO_FONT(g_object_ref(pRun->item->analysis.font));
         run.pGlyphs = pango_glyph_string_copy(pRun->glyphs);
         run.nX = nX;
+        ReadGlyphs(run);
         pShaped->aRuns.push_back(run);
         nX += pango_glyph_string_get_width(pRun->glyphs);
     }
     pShaped->bUseLayout = false;
+    FindInk(ink, pShaped);
+}
+
+void CCairoTextCache::Show(cairo_t* pContext, const SShaped& shaped, int x, int y) const
+{
+    if (shaped.bUseLayout)
+    {
+        cairo_move_to(pContext, x, y);
+        pango_cairo_show_layout(pContext, m_pLayout);
+        return;
+    }
+    // Each run's origin sits on the baseline, where the layout's renderer would put it.
+    const double dBaseline = y + static_cast<double>(shaped.nBaseline) / PANGO_SCALE;
+    for (const SRun& run : shaped.aRuns)
+    {
+        const double dX = x + static_cast<double>(run.nX) / PANGO_SCALE;
+        if (!run.pScaledFont)
+        {
+            cairo_move_to(pContext, dX, dBaseline);
+            pango_cairo_show_glyph_string(pContext, run.pFont, run.pGlyphs);
+            continue;
+        }
+        // The same glyphs at the same places as Pango's renderer shows them, without its setup.
+        cairo_glyph_t aLocal[16];
+        std::vector<cairo_glyph_t> aMore;
+        cairo_glyph_t* pGlyphs = aLocal;
+        if (run.aGlyphs.size() > std::size(aLocal))
+        {
+            aMore.resize(run.aGlyphs.size());
+            pGlyphs = aMore.data();
+        }
+        for (size_t i = 0; i < run.aGlyphs.size(); ++i)
+            pGlyphs[i] =
+                cairo_glyph_t{run.aGlyphs[i].index, dX + run.aGlyphs[i].x, dBaseline + run.aGlyphs[i].y};
+        cairo_set_scaled_font(pContext, run.pScaledFont);
+        cairo_show_glyphs(pContext, pGlyphs, static_cast<int>(run.aGlyphs.size()));
+    }
+}
+
+void CCairoTextCache::FindInk(const PangoRectangle& rtPangoInk, SShaped* pShaped) const
+{
+    // Black on white over the ink Pango reports and a margin: every pixel a glyph covers at all
+    // turns darker. Painted at whole-pixel offsets, text covers the same pixels anywhere.
+    constexpr int MARGIN = 8;
+    const CRect rtArea(std::min(rtPangoInk.x, 0) - MARGIN, std::min(rtPangoInk.y, 0) - MARGIN,
+                       std::max(rtPangoInk.x + rtPangoInk.width, pShaped->nWidth) + MARGIN,
+                       std::max(rtPangoInk.y + rtPangoInk.height, pShaped->nHeight) + MARGIN);
+    cairo_surface_t* pSurface =
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, rtArea.Width(), rtArea.Height());
+    cairo_t* pContext = cairo_create(pSurface);
+    cairo_set_source_rgb(pContext, 1, 1, 1);
+    cairo_paint(pContext);
+    cairo_set_source_rgb(pContext, 0, 0, 0);
+    Show(pContext, *pShaped, -rtArea.left, -rtArea.top);
+    cairo_destroy(pContext);
+    cairo_surface_flush(pSurface);
+    const unsigned char* pData = cairo_image_surface_get_data(pSurface);
+    const int nStride = cairo_image_surface_get_stride(pSurface);
+    CRect rtInk(INT_MAX, INT_MAX, INT_MIN, INT_MIN);
+    for (int y = 0; pData && y < rtArea.Height(); ++y)
+    {
+        const auto* pRow = reinterpret_cast<const std::uint32_t*>(pData + static_cast<size_t>(y) * nStride);
+        for (int x = 0; x < rtArea.Width(); ++x)
+            if ((pRow[x] & 0xFFFFFFu) != 0xFFFFFFu)
+            {
+                rtInk.left = std::min(rtInk.left, x);
+                rtInk.top = std::min(rtInk.top, y);
+                rtInk.right = std::max(rtInk.right, x + 1);
+                rtInk.bottom = std::max(rtInk.bottom, y + 1);
+            }
+    }
+    cairo_surface_destroy(pSurface);
+    if (!pData)
+        return;
+    if (rtInk.left == INT_MAX)
+        rtInk = CRect();
+    else if (rtInk.left == 0 || rtInk.top == 0 || rtInk.right == rtArea.Width() ||
+             rtInk.bottom == rtArea.Height())
+        return; // ink up to the border may go on beyond it
+    else
+        rtInk.OffsetRect(rtArea.left, rtArea.top);
+    pShaped->rtInk = rtInk;
+    pShaped->bInkKnown = true;
+}
+
+void CCairoTextCache::ReadGlyphs(SRun& run)
+{
+    cairo_scaled_font_t* pScaledFont = pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(run.pFont));
+    if (!pScaledFont || cairo_scaled_font_status(pScaledFont) != CAIRO_STATUS_SUCCESS)
+        return;
+    // The positions Pango's renderer gives each glyph; empty glyphs take room but show nothing.
+    int nX = 0;
+    for (int i = 0; i < run.pGlyphs->num_glyphs; ++i)
+    {
+        const PangoGlyphInfo& info = run.pGlyphs->glyphs[i];
+        if (info.glyph & PANGO_GLYPH_UNKNOWN_FLAG)
+        {
+            run.aGlyphs.clear();
+            return;
+        }
+        if (info.glyph != PANGO_GLYPH_EMPTY)
+            run.aGlyphs.push_back(
+                cairo_glyph_t{info.glyph, static_cast<double>(nX + info.geometry.x_offset) / PANGO_SCALE,
+                              static_cast<double>(info.geometry.y_offset) / PANGO_SCALE});
+        nX += info.geometry.width;
+    }
+    run.pScaledFont = cairo_scaled_font_reference(pScaledFont);
 }
 
 void CCairoTextCache::ReleaseRuns(SShaped& shaped) noexcept
 {
     for (SRun& run : shaped.aRuns)
     {
+        if (run.pScaledFont)
+            cairo_scaled_font_destroy(run.pScaledFont);
         pango_glyph_string_free(run.pGlyphs);
         g_object_unref(run.pFont);
     }

@@ -25,6 +25,10 @@ public:
         PangoFont* pFont = nullptr;          // a reference of its own
         PangoGlyphString* pGlyphs = nullptr; // a copy of its own
         int nX = 0;                          // the run's origin from the layout's left, in Pango units
+        // The glyphs as Cairo shows them, placed from the run's origin, in the font's Cairo font
+        // (a reference of its own); null when a glyph needs Pango's own drawing (a missing one).
+        cairo_scaled_font_t* pScaledFont = nullptr;
+        std::vector<cairo_glyph_t> aGlyphs;
     };
 
     // What painting and measuring a text needs, relative to the top left of its layout.
@@ -34,7 +38,10 @@ public:
         int nWidth = 0; // logical size in pixels
         int nHeight = 0;
         int nBaseline = 0; // from the top, in Pango units
-        CRect rtInk;       // where glyphs may put ink, in pixels
+        // The pixels the glyphs touch, found by painting them once; empty for no ink. Without
+        // bInkKnown, the ink may be anywhere.
+        CRect rtInk;
+        bool bInkKnown = false;
         // Text of more than one line, or any text while the cache is off: the runs are empty and
         // the layout holds the text until the next call.
         bool bUseLayout = false;
@@ -50,8 +57,9 @@ public:
     // The text shaped in the selected font, from the cache or laid out now. Valid until the next
     // call of any member.
     const SShaped& Shape(std::u16string_view szText);
-    // The layout, holding the text last shaped while the result said to use it.
-    [[nodiscard]] PangoLayout* GetLayout() const noexcept { return m_pLayout; }
+    // Paints shaped text with the top left of its layout at (x, y) in the context's source. Text
+    // that uses the layout must be the one shaped last.
+    void Show(cairo_t* pContext, const SShaped& shaped, int x, int y) const;
 
     // How many shaped texts are kept at most; 0 keeps none and lays every text out again. Texts
     // beyond a smaller limit are dropped.
@@ -106,7 +114,11 @@ private:
     // Lays the text out in the selected font and reads the result into *pShaped; the runs only
     // when bKeepRuns and the text took one line.
     void LayOut(std::u16string_view szText, bool bKeepRuns, SShaped* pShaped);
+    // Reads the run's glyphs into the form Cairo shows, where Cairo alone can show them.
+    static void ReadGlyphs(SRun& run);
     static void ReleaseRuns(SShaped& shaped) noexcept;
+    // Paints the runs of *pShaped on a picture of their own to find where they put ink.
+    void FindInk(const PangoRectangle& rtPangoInk, SShaped* pShaped) const;
     // Drops the least recently used texts down to the limit.
     void Trim();
 
