@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ struct CCairoDC::SCairo
     cairo_surface_t* pSurface = nullptr;
     cairo_t* pContext = nullptr;
     std::unique_ptr<CCairoTextCache> pText;
+    bool bClipped = false; // a clip is in effect: fills go through Cairo
 
     ~SCairo()
     {
@@ -63,6 +65,8 @@ COLORREF CCairoDC::GetPixel(int x, int y) const
         return CLR_INVALID;
     cairo_surface_flush(m_pCairo->pSurface);
     const unsigned char* pData = cairo_image_surface_get_data(m_pCairo->pSurface);
+    if (!pData)
+        return CLR_INVALID;
     const int nStride = cairo_image_surface_get_stride(m_pCairo->pSurface);
     const auto* pRow = reinterpret_cast<const std::uint32_t*>(pData + static_cast<size_t>(y) * nStride);
     return CBitmap::ARGBToColor(pRow[x]);
@@ -113,9 +117,35 @@ int CCairoDC::GetClipBox(CRect& rt) const
 void CCairoDC::PaintSolidRect(const CRect& rt, COLORREF crColor)
 {
     cairo_t* pContext = m_pCairo->pContext;
-    SetColor(pContext, crColor);
-    cairo_rectangle(pContext, rt.left, rt.top, rt.Width(), rt.Height());
-    cairo_fill(pContext);
+    if (m_pCairo->bClipped)
+    {
+        SetColor(pContext, crColor);
+        cairo_rectangle(pContext, rt.left, rt.top, rt.Width(), rt.Height());
+        cairo_fill(pContext);
+        return;
+    }
+    // Whole pixels in one opaque colour, written into the picture as Cairo's fill writes them
+    // (either corner first), for a fraction of the cost of a path.
+    const int nLeft = std::clamp(std::min(rt.left, rt.right), 0, m_nWidth);
+    const int nRight = std::clamp(std::max(rt.left, rt.right), 0, m_nWidth);
+    const int nTop = std::clamp(std::min(rt.top, rt.bottom), 0, m_nHeight);
+    const int nBottom = std::clamp(std::max(rt.top, rt.bottom), 0, m_nHeight);
+    if (nLeft >= nRight || nTop >= nBottom)
+        return;
+    cairo_surface_t* pSurface = m_pCairo->pSurface;
+    cairo_surface_flush(pSurface);
+    unsigned char* pData = cairo_image_surface_get_data(pSurface);
+    if (!pData)
+        return; // a picture Cairo could not make
+    const int nStride = cairo_image_surface_get_stride(pSurface);
+    const std::uint32_t nPixel = 0xFF000000u | (std::uint32_t(GetRValue(crColor)) << 16) |
+                                 (std::uint32_t(GetGValue(crColor)) << 8) | GetBValue(crColor);
+    for (int y = nTop; y < nBottom; ++y)
+    {
+        auto* pRow = reinterpret_cast<std::uint32_t*>(pData + static_cast<size_t>(y) * nStride);
+        std::fill(pRow + nLeft, pRow + nRight, nPixel);
+    }
+    cairo_surface_mark_dirty_rectangle(pSurface, nLeft, nTop, nRight - nLeft, nBottom - nTop);
 }
 
 void CCairoDC::PaintRect(const CRect& rt, const CBrush& brush)
@@ -260,6 +290,7 @@ void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, co
         cairo_save(pContext);
         cairo_rectangle(pContext, pRect->left, pRect->top, pRect->Width(), pRect->Height());
         cairo_clip(pContext);
+        m_pCairo->bClipped = true;
     }
     SetColor(pContext, GetTextColor());
     if (!pDx)
@@ -279,7 +310,10 @@ void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, co
         }
     }
     if (bClip)
+    {
         cairo_restore(pContext);
+        m_pCairo->bClipped = false;
+    }
 }
 
 void CCairoDC::PaintTransparentBlt(const CRect& rtDest, const CBitmap& bitmap, const CRect& rtSource,
@@ -305,6 +339,7 @@ void CCairoDC::PaintTransparentBlt(const CRect& rtDest, const CBitmap& bitmap, c
     cairo_save(pContext);
     cairo_rectangle(pContext, rtDest.left, rtDest.top, rtDest.Width(), rtDest.Height());
     cairo_clip(pContext);
+    m_pCairo->bClipped = true;
     cairo_translate(pContext, rtDest.left, rtDest.top);
     cairo_scale(pContext, static_cast<double>(rtDest.Width()) / rtSource.Width(),
                 static_cast<double>(rtDest.Height()) / rtSource.Height());
@@ -312,5 +347,6 @@ void CCairoDC::PaintTransparentBlt(const CRect& rtDest, const CBitmap& bitmap, c
     cairo_pattern_set_filter(cairo_get_source(pContext), CAIRO_FILTER_NEAREST);
     cairo_paint(pContext);
     cairo_restore(pContext);
+    m_pCairo->bClipped = false;
     cairo_surface_destroy(pCell);
 }

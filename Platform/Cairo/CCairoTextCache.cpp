@@ -13,6 +13,8 @@ namespace
 // Fonts a surface sees are few (the editor's four styles, a popup's face); past this many the
 // cache starts again rather than grow.
 constexpr size_t MAX_FONTS = 32;
+// Longer texts (a tip's paragraph) are laid out each time rather than kept.
+constexpr size_t MAX_KEPT_LENGTH = 256;
 
 // A Pango description of a logical font: the face, the pixel height, weight and slant.
 PangoFontDescription* DescribeFont(const CFont& font)
@@ -41,9 +43,6 @@ CCairoTextCache::CCairoTextCache(cairo_t* pContext, size_t nLimit)
 
 CCairoTextCache::~CCairoTextCache()
 {
-    for (SEntry& entry : m_lruEntries)
-        ReleaseRuns(entry.shaped);
-    ReleaseRuns(m_scratch);
     for (SFontEntry& font : m_aFonts)
         pango_font_description_free(font.pDescription);
     g_object_unref(m_pLayout);
@@ -63,8 +62,6 @@ void CCairoTextCache::SetFont(const CFont& font)
     if (m_aFonts.size() >= MAX_FONTS)
     {
         // Kept texts name fonts by index: they go with the fonts.
-        for (SEntry& entry : m_lruEntries)
-            ReleaseRuns(entry.shaped);
         m_lruEntries.clear();
         m_mapEntries.clear();
         for (SFontEntry& seen : m_aFonts)
@@ -80,7 +77,7 @@ const CCairoTextCache::SShaped& CCairoTextCache::Shape(std::u16string_view szTex
 {
     if (m_nFont < 0)
         SetFont(CFont());
-    if (m_nLimit > 0)
+    if (m_nLimit > 0 && szText.size() <= MAX_KEPT_LENGTH)
     {
         const auto it = m_mapEntries.find(SKeyView{m_nFont, szText});
         if (it != m_mapEntries.end())
@@ -107,7 +104,7 @@ const CCairoTextCache::SShaped& CCairoTextCache::Shape(std::u16string_view szTex
 
 void CCairoTextCache::LayOut(std::u16string_view szText, bool bKeepRuns, SShaped* pShaped)
 {
-    ReleaseRuns(*pShaped);
+    pShaped->aRuns.clear();
     if (m_nLayoutFont != m_nFont)
     {
         pango_layout_set_font_description(m_pLayout, m_aFonts[static_cast<size_t>(m_nFont)].pDescription);
@@ -139,7 +136,7 @@ void CCairoTextCache::LayOut(std::u16string_view szText, bool bKeepRuns, SShaped
         const auto* pRun = static_cast<const PangoGlyphItem*>(pNode->data);
         if (pRun->y_offset != 0 || pRun->start_x_offset != 0 || pRun->end_x_offset != 0)
         {
-            ReleaseRuns(*pShaped);
+            pShaped->aRuns.clear();
             return;
         }
         SRun run;
@@ -147,7 +144,7 @@ void CCairoTextCache::LayOut(std::u16string_view szText, bool bKeepRuns, SShaped
         run.pGlyphs = pango_glyph_string_copy(pRun->glyphs);
         run.nX = nX;
         ReadGlyphs(run);
-        pShaped->aRuns.push_back(run);
+        pShaped->aRuns.push_back(std::move(run));
         nX += pango_glyph_string_get_width(pRun->glyphs);
     }
     pShaped->bUseLayout = false;
@@ -260,16 +257,24 @@ void CCairoTextCache::ReadGlyphs(SRun& run)
     run.pScaledFont = cairo_scaled_font_reference(pScaledFont);
 }
 
-void CCairoTextCache::ReleaseRuns(SShaped& shaped) noexcept
+CCairoTextCache::SRun& CCairoTextCache::SRun::operator=(SRun&& other) noexcept
 {
-    for (SRun& run : shaped.aRuns)
-    {
-        if (run.pScaledFont)
-            cairo_scaled_font_destroy(run.pScaledFont);
-        pango_glyph_string_free(run.pGlyphs);
-        g_object_unref(run.pFont);
-    }
-    shaped.aRuns.clear();
+    std::swap(pFont, other.pFont);
+    std::swap(pGlyphs, other.pGlyphs);
+    std::swap(nX, other.nX);
+    std::swap(pScaledFont, other.pScaledFont);
+    std::swap(aGlyphs, other.aGlyphs);
+    return *this;
+}
+
+CCairoTextCache::SRun::~SRun()
+{
+    if (pScaledFont)
+        cairo_scaled_font_destroy(pScaledFont);
+    if (pGlyphs)
+        pango_glyph_string_free(pGlyphs);
+    if (pFont)
+        g_object_unref(pFont);
 }
 
 void CCairoTextCache::SetLimit(size_t nLimit)
@@ -283,7 +288,6 @@ void CCairoTextCache::Trim()
     while (m_lruEntries.size() > m_nLimit)
     {
         m_mapEntries.erase(m_lruEntries.back().key);
-        ReleaseRuns(m_lruEntries.back().shaped);
         m_lruEntries.pop_back();
     }
 }

@@ -19,14 +19,22 @@
 class CCairoTextCache
 {
 public:
-    // One run of glyphs in one font, as the layout placed it on its single line.
+    // One run of glyphs in one font, as the layout placed it on its single line. It holds its
+    // own references to the fonts and its own copy of the glyphs.
     struct SRun
     {
-        PangoFont* pFont = nullptr;          // a reference of its own
-        PangoGlyphString* pGlyphs = nullptr; // a copy of its own
-        int nX = 0;                          // the run's origin from the layout's left, in Pango units
+        SRun() = default;
+        SRun(const SRun&) = delete;
+        SRun& operator=(const SRun&) = delete;
+        SRun(SRun&& other) noexcept { *this = std::move(other); }
+        SRun& operator=(SRun&& other) noexcept;
+        ~SRun();
+
+        PangoFont* pFont = nullptr;
+        PangoGlyphString* pGlyphs = nullptr;
+        int nX = 0; // the run's origin from the layout's left, in Pango units
         // The glyphs as Cairo shows them, placed from the run's origin, in the font's Cairo font
-        // (a reference of its own); null when a glyph needs Pango's own drawing (a missing one).
+        // null when a glyph needs Pango's own drawing (a missing one).
         cairo_scaled_font_t* pScaledFont = nullptr;
         std::vector<cairo_glyph_t> aGlyphs;
     };
@@ -116,7 +124,6 @@ private:
     void LayOut(std::u16string_view szText, bool bKeepRuns, SShaped* pShaped);
     // Reads the run's glyphs into the form Cairo shows, where Cairo alone can show them.
     static void ReadGlyphs(SRun& run);
-    static void ReleaseRuns(SShaped& shaped) noexcept;
     // Paints the runs of *pShaped on a picture of their own to find where they put ink.
     void FindInk(const PangoRectangle& rtPangoInk, SShaped* pShaped) const;
     // Drops the least recently used texts down to the limit.
