@@ -1,6 +1,7 @@
 // CCairoDC: a drawing surface that paints into an image in memory through Cairo, with text laid
 // out by Pango in the fonts the system matches for the selected face. The picture can be read
-// pixel by pixel or written to a PNG file; a window backend paints through the same code.
+// pixel by pixel or written to a PNG file; a window backend paints through the same code. Texts are
+// shaped once per font and kept, so that a screen of single characters paints at frame rate.
 #pragma once
 
 #include "Platform/CDC.h"

@@ -33,8 +33,8 @@ public:
         PangoFont* pFont = nullptr;
         PangoGlyphString* pGlyphs = nullptr;
         int nX = 0; // the run's origin from the layout's left, in Pango units
-        // The glyphs as Cairo shows them, placed from the run's origin, in the font's Cairo font
-        // null when a glyph needs Pango's own drawing (a missing one).
+        // The glyphs as Cairo shows them, placed from the run's origin, and the font's Cairo font;
+        // null when a glyph needs Pango's own drawing, as a missing one does.
         cairo_scaled_font_t* pScaledFont = nullptr;
         std::vector<cairo_glyph_t> aGlyphs;
     };
@@ -72,7 +72,6 @@ public:
     // How many shaped texts are kept at most; 0 keeps none and lays every text out again. Texts
     // beyond a smaller limit are dropped.
     void SetLimit(size_t nLimit);
-    [[nodiscard]] size_t GetLimit() const noexcept { return m_nLimit; }
     [[nodiscard]] size_t GetSize() const noexcept { return m_lruEntries.size(); }
 
     // The kept texts agree with the index, and there are no more of them than the limit.
@@ -124,7 +123,8 @@ private:
     void LayOut(std::u16string_view szText, bool bKeepRuns, SShaped* pShaped);
     // Reads the run's glyphs into the form Cairo shows, where Cairo alone can show them.
     static void ReadGlyphs(SRun& run);
-    // Paints the runs of *pShaped on a picture of their own to find where they put ink.
+    // Paints the runs of *pShaped on a picture of their own to find where they put ink. The
+    // picture is of the kind the surface paints on, an image in memory.
     void FindInk(const PangoRectangle& rtPangoInk, SShaped* pShaped) const;
     // Drops the least recently used texts down to the limit.
     void Trim();
