@@ -83,7 +83,6 @@ BOOL CCairoDC::WriteToPNG(const CString& csFileName) const
 
 CSize CCairoDC::GetTextExtent(const CString& csText) const
 {
-    const CLibraryCacheScope scope;
     CCairoTextCache& text = *m_pCairo->pText;
     text.SetFont(*GetCurrentFont());
     const CCairoTextCache::SShaped& shaped = text.Shape(csText.Str());
@@ -241,7 +240,6 @@ void CCairoDC::PaintPolygon(const CPoint* pPoints, int nCount)
 void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, const CString& csText,
                          const int* pDx)
 {
-    const CLibraryCacheScope scope;
     cairo_t* pContext = m_pCairo->pContext;
     CCairoTextCache& text = *m_pCairo->pText;
     if (pRect && (nOptions & ETO_OPAQUE))

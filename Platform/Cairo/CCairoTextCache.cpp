@@ -1,6 +1,7 @@
 #include "CCairoTextCache.h"
 
 #include "Platform/CException.h"
+#include "Platform/CLibraryCacheScope.h"
 #include "Platform/CString.h"
 
 #include <algorithm>
@@ -105,25 +106,27 @@ const CCairoTextCache::SShaped& CCairoTextCache::Shape(std::u16string_view szTex
 void CCairoTextCache::LayOut(std::u16string_view szText, bool bKeepRuns, SShaped* pShaped)
 {
     pShaped->aRuns.clear();
-    if (m_nLayoutFont != m_nFont)
+    PangoRectangle ink{}, line{};
     {
-        pango_layout_set_font_description(m_pLayout, m_aFonts[static_cast<size_t>(m_nFont)].pDescription);
-        m_nLayoutFont = m_nFont;
+        // Pango and fontconfig load fonts on first use and keep them for the life of the process.
+        const CLibraryCacheScope scope;
+        if (m_nLayoutFont != m_nFont)
+        {
+            pango_layout_set_font_description(m_pLayout, m_aFonts[static_cast<size_t>(m_nFont)].pDescription);
+            m_nLayoutFont = m_nFont;
+        }
+        const std::string szUtf8 = CString(szText).ToUtf8();
+        pango_layout_set_text(m_pLayout, szUtf8.c_str(), static_cast<int>(szUtf8.size()));
+
+        pango_layout_get_pixel_extents(m_pLayout, &ink, nullptr);
+        pango_layout_get_pixel_size(m_pLayout, &pShaped->nWidth, &pShaped->nHeight);
+        pShaped->rtInk = CRect();
+        pShaped->bInkKnown = false;
+        PangoLayoutIter* pIter = pango_layout_get_iter(m_pLayout);
+        pShaped->nBaseline = pango_layout_iter_get_baseline(pIter);
+        pango_layout_iter_get_line_extents(pIter, nullptr, &line);
+        pango_layout_iter_free(pIter);
     }
-    const std::string szUtf8 = CString(szText).ToUtf8();
-    pango_layout_set_text(m_pLayout, szUtf8.c_str(), static_cast<int>(szUtf8.size()));
-
-    PangoRectangle ink{}, logical{};
-    pango_layout_get_pixel_extents(m_pLayout, &ink, &logical);
-    pango_layout_get_pixel_size(m_pLayout, &pShaped->nWidth, &pShaped->nHeight);
-    pShaped->rtInk = CRect();
-    pShaped->bInkKnown = false;
-    PangoLayoutIter* pIter = pango_layout_get_iter(m_pLayout);
-    pShaped->nBaseline = pango_layout_iter_get_baseline(pIter);
-    PangoRectangle line{};
-    pango_layout_iter_get_line_extents(pIter, nullptr, &line);
-    pango_layout_iter_free(pIter);
-
     pShaped->bUseLayout = true;
     if (!bKeepRuns || pango_layout_get_line_count(m_pLayout) != 1)
         return;
