@@ -186,6 +186,22 @@ public:
         dc.SelectObject(&narrow);
         CPPUNIT_ASSERT(dc.GetTextExtent(u"W") == szNarrow);
         CPPUNIT_ASSERT_EQUAL(size_t(2), dc.GetTextCacheSize());
+        // A paragraph is measured but not kept, and paints as a fresh layout does.
+        const std::u16string sLong(300, u'x');
+        CCairoDC fresh(1, 1);
+        fresh.SetTextCacheLimit(0);
+        fresh.SelectObject(&narrow);
+        CPPUNIT_ASSERT(dc.GetTextExtent(sLong) == fresh.GetTextExtent(sLong));
+        CPPUNIT_ASSERT_EQUAL(size_t(2), dc.GetTextCacheSize());
+        CCairoDC wideDC(400, 20), wideFresh(400, 20);
+        wideFresh.SetTextCacheLimit(0);
+        for (CCairoDC* pDC : {&wideDC, &wideFresh})
+        {
+            pDC->SelectObject(&narrow);
+            pDC->TextOut(2, 2, sLong);
+        }
+        CPPUNIT_ASSERT_EQUAL(std::string(), FirstDifference(wideDC, wideFresh));
+        CPPUNIT_ASSERT_EQUAL(size_t(0), wideDC.GetTextCacheSize());
     }
 
     void BoundedTest()
