@@ -1,5 +1,7 @@
 #include "CCairoDC.h"
 
+#include "CCairoTextCache.h"
+
 #include "Platform/CLibraryCacheScope.h"
 #include "Platform/NativePath.h"
 
@@ -8,18 +10,20 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 struct CCairoDC::SCairo
 {
     cairo_surface_t* pSurface = nullptr;
     cairo_t* pContext = nullptr;
-    PangoLayout* pLayout = nullptr;
+    std::unique_ptr<CCairoTextCache> pText;
+    bool bClipped = false; // a clip is in effect: fills go through Cairo
 
     ~SCairo()
     {
-        if (pLayout)
-            g_object_unref(pLayout);
+        pText.reset();
         if (pContext)
             cairo_destroy(pContext);
         if (pSurface)
@@ -29,24 +33,13 @@ struct CCairoDC::SCairo
 
 namespace
 {
+// Shaped texts a surface keeps: the characters of a few fonts and the short texts of a screen.
+constexpr size_t TEXT_CACHE_LIMIT = 4096;
+
 void SetColor(cairo_t* pContext, COLORREF crColor)
 {
     cairo_set_source_rgb(pContext, GetRValue(crColor) / 255.0, GetGValue(crColor) / 255.0,
                          GetBValue(crColor) / 255.0);
-}
-
-// A Pango description of a logical font: the face, the pixel height, weight and slant.
-PangoFontDescription* DescribeFont(const CFont& font)
-{
-    PangoFontDescription* pDescription = pango_font_description_new();
-    const std::string szFace = font.GetFaceName().ToUtf8();
-    if (!szFace.empty())
-        pango_font_description_set_family(pDescription, szFace.c_str());
-    pango_font_description_set_absolute_size(pDescription, std::max(1, font.GetHeight()) * PANGO_SCALE);
-    pango_font_description_set_weight(pDescription,
-                                      static_cast<PangoWeight>(std::clamp(font.GetWeight(), 100, 1000)));
-    pango_font_description_set_style(pDescription, font.IsItalic() ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
-    return pDescription;
 }
 } // namespace
 
@@ -57,7 +50,7 @@ CCairoDC::CCairoDC(int nWidth, int nHeight)
     const CLibraryCacheScope scope;
     m_pCairo->pSurface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, m_nWidth, m_nHeight);
     m_pCairo->pContext = cairo_create(m_pCairo->pSurface);
-    m_pCairo->pLayout = pango_cairo_create_layout(m_pCairo->pContext);
+    m_pCairo->pText = std::make_unique<CCairoTextCache>(m_pCairo->pContext, TEXT_CACHE_LIMIT);
     cairo_set_antialias(m_pCairo->pContext, CAIRO_ANTIALIAS_NONE);
     cairo_set_line_width(m_pCairo->pContext, 1.0);
     SetColor(m_pCairo->pContext, RGB(255, 255, 255));
@@ -72,6 +65,8 @@ COLORREF CCairoDC::GetPixel(int x, int y) const
         return CLR_INVALID;
     cairo_surface_flush(m_pCairo->pSurface);
     const unsigned char* pData = cairo_image_surface_get_data(m_pCairo->pSurface);
+    if (!pData)
+        return CLR_INVALID;
     const int nStride = cairo_image_surface_get_stride(m_pCairo->pSurface);
     const auto* pRow = reinterpret_cast<const std::uint32_t*>(pData + static_cast<size_t>(y) * nStride);
     return CBitmap::ARGBToColor(pRow[x]);
@@ -88,15 +83,25 @@ BOOL CCairoDC::WriteToPNG(const CString& csFileName) const
 
 CSize CCairoDC::GetTextExtent(const CString& csText) const
 {
-    const CLibraryCacheScope scope;
-    PangoFontDescription* pDescription = DescribeFont(*GetCurrentFont());
-    pango_layout_set_font_description(m_pCairo->pLayout, pDescription);
-    pango_font_description_free(pDescription);
-    const std::string szText = csText.ToUtf8();
-    pango_layout_set_text(m_pCairo->pLayout, szText.c_str(), static_cast<int>(szText.size()));
-    int nWidth = 0, nHeight = 0;
-    pango_layout_get_pixel_size(m_pCairo->pLayout, &nWidth, &nHeight);
-    return CSize(nWidth, nHeight);
+    CCairoTextCache& text = *m_pCairo->pText;
+    text.SetFont(*GetCurrentFont());
+    const CCairoTextCache::SShaped& shaped = text.Shape(csText.Str());
+    return CSize(shaped.nWidth, shaped.nHeight);
+}
+
+void CCairoDC::SetTextCacheLimit(size_t nLimit)
+{
+    m_pCairo->pText->SetLimit(nLimit);
+}
+
+size_t CCairoDC::GetTextCacheSize() const noexcept
+{
+    return m_pCairo->pText->GetSize();
+}
+
+void CCairoDC::AssertValid() const
+{
+    m_pCairo->pText->AssertValid();
 }
 
 int CCairoDC::GetClipBox(CRect& rt) const
@@ -111,9 +116,35 @@ int CCairoDC::GetClipBox(CRect& rt) const
 void CCairoDC::PaintSolidRect(const CRect& rt, COLORREF crColor)
 {
     cairo_t* pContext = m_pCairo->pContext;
-    SetColor(pContext, crColor);
-    cairo_rectangle(pContext, rt.left, rt.top, rt.Width(), rt.Height());
-    cairo_fill(pContext);
+    if (m_pCairo->bClipped)
+    {
+        SetColor(pContext, crColor);
+        cairo_rectangle(pContext, rt.left, rt.top, rt.Width(), rt.Height());
+        cairo_fill(pContext);
+        return;
+    }
+    // Whole pixels in one opaque colour, written into the picture as Cairo's fill writes them
+    // (either corner first), for a fraction of the cost of a path.
+    const int nLeft = std::clamp(std::min(rt.left, rt.right), 0, m_nWidth);
+    const int nRight = std::clamp(std::max(rt.left, rt.right), 0, m_nWidth);
+    const int nTop = std::clamp(std::min(rt.top, rt.bottom), 0, m_nHeight);
+    const int nBottom = std::clamp(std::max(rt.top, rt.bottom), 0, m_nHeight);
+    if (nLeft >= nRight || nTop >= nBottom)
+        return;
+    cairo_surface_t* pSurface = m_pCairo->pSurface;
+    cairo_surface_flush(pSurface);
+    unsigned char* pData = cairo_image_surface_get_data(pSurface);
+    if (!pData)
+        return; // a picture Cairo could not make
+    const int nStride = cairo_image_surface_get_stride(pSurface);
+    const std::uint32_t nPixel = 0xFF000000u | (std::uint32_t(GetRValue(crColor)) << 16) |
+                                 (std::uint32_t(GetGValue(crColor)) << 8) | GetBValue(crColor);
+    for (int y = nTop; y < nBottom; ++y)
+    {
+        auto* pRow = reinterpret_cast<std::uint32_t*>(pData + static_cast<size_t>(y) * nStride);
+        std::fill(pRow + nLeft, pRow + nRight, nPixel);
+    }
+    cairo_surface_mark_dirty_rectangle(pSurface, nLeft, nTop, nRight - nLeft, nBottom - nTop);
 }
 
 void CCairoDC::PaintRect(const CRect& rt, const CBrush& brush)
@@ -209,20 +240,15 @@ void CCairoDC::PaintPolygon(const CPoint* pPoints, int nCount)
 void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, const CString& csText,
                          const int* pDx)
 {
-    const CLibraryCacheScope scope;
     cairo_t* pContext = m_pCairo->pContext;
+    CCairoTextCache& text = *m_pCairo->pText;
     if (pRect && (nOptions & ETO_OPAQUE))
         PaintSolidRect(*pRect, GetBkColor());
-    cairo_save(pContext);
-    if (pRect && (nOptions & ETO_CLIPPED))
-    {
-        cairo_rectangle(pContext, pRect->left, pRect->top, pRect->Width(), pRect->Height());
-        cairo_clip(pContext);
-    }
-    const CSize szText = GetTextExtent(csText);
-    PangoLayoutIter* pIter = pango_layout_get_iter(m_pCairo->pLayout);
-    const int nBaseline = pango_layout_iter_get_baseline(pIter) / PANGO_SCALE;
-    pango_layout_iter_free(pIter);
+    text.SetFont(*GetCurrentFont());
+    // Read before the characters of a grid are shaped, which may replace the result.
+    const CCairoTextCache::SShaped* pShaped = &text.Shape(csText.Str());
+    const CSize szText(pShaped->nWidth, pShaped->nHeight);
+    const int nBaseline = pShaped->nBaseline / PANGO_SCALE;
 
     int nWidth = szText.cx;
     if (pDx)
@@ -245,29 +271,47 @@ void CCairoDC::PaintText(const CPoint& pt, UINT nOptions, const CRect* pRect, co
 
     if (GetBkMode() == OPAQUE)
         PaintSolidRect(CRect(x, y, x + nWidth, y + szText.cy), GetBkColor());
+    bool bClip = pRect && (nOptions & ETO_CLIPPED);
+    if (bClip && !pDx && pShaped->bInkKnown)
+    {
+        // Text whose ink lies inside the rectangle paints the same pixels unclipped.
+        CRect rtInk = pShaped->rtInk;
+        rtInk.OffsetRect(x, y);
+        bClip = !rtInk.IsRectEmpty() && (rtInk.left < pRect->left || rtInk.top < pRect->top ||
+                                         rtInk.right > pRect->right || rtInk.bottom > pRect->bottom);
+    }
+    if (bClip)
+    {
+        // The font set outside the saved state stays made when the state is restored.
+        if (!pShaped->aRuns.empty() && pShaped->aRuns.front().pScaledFont)
+            cairo_set_scaled_font(pContext, pShaped->aRuns.front().pScaledFont);
+        cairo_save(pContext);
+        cairo_rectangle(pContext, pRect->left, pRect->top, pRect->Width(), pRect->Height());
+        cairo_clip(pContext);
+        m_pCairo->bClipped = true;
+    }
     SetColor(pContext, GetTextColor());
     if (!pDx)
-    {
-        cairo_move_to(pContext, x, y);
-        pango_cairo_show_layout(pContext, m_pCairo->pLayout);
-    }
+        text.Show(pContext, *pShaped, x, y);
     else
     {
-        // Each code unit (with its low surrogate) at its own advance: cells of a fixed grid.
+        // Each code point (a code unit, or a surrogate pair) at its own advance: cells of a grid.
+        const std::u16string_view szText16 = csText.Str();
         int nX = x;
-        for (int i = 0; i < csText.GetLength(); ++i)
+        for (size_t i = 0; i < szText16.size();)
         {
-            const int nUnits = i + 1 < csText.GetLength() && (csText[i] & 0xFC00) == 0xD800 ? 2 : 1;
-            const std::string szChar = csText.Mid(i, nUnits).ToUtf8();
-            pango_layout_set_text(m_pCairo->pLayout, szChar.c_str(), static_cast<int>(szChar.size()));
-            cairo_move_to(pContext, nX, y);
-            pango_cairo_show_layout(pContext, m_pCairo->pLayout);
-            for (int k = 0; k < nUnits; ++k)
+            const size_t nUnits = i + 1 < szText16.size() && (szText16[i] & 0xFC00) == 0xD800 ? 2 : 1;
+            text.Show(pContext, text.Shape(szText16.substr(i, nUnits)), nX, y);
+            for (size_t k = 0; k < nUnits; ++k)
                 nX += pDx[i + k];
-            i += nUnits - 1;
+            i += nUnits;
         }
     }
-    cairo_restore(pContext);
+    if (bClip)
+    {
+        cairo_restore(pContext);
+        m_pCairo->bClipped = false;
+    }
 }
 
 void CCairoDC::PaintTransparentBlt(const CRect& rtDest, const CBitmap& bitmap, const CRect& rtSource,
@@ -293,6 +337,7 @@ void CCairoDC::PaintTransparentBlt(const CRect& rtDest, const CBitmap& bitmap, c
     cairo_save(pContext);
     cairo_rectangle(pContext, rtDest.left, rtDest.top, rtDest.Width(), rtDest.Height());
     cairo_clip(pContext);
+    m_pCairo->bClipped = true;
     cairo_translate(pContext, rtDest.left, rtDest.top);
     cairo_scale(pContext, static_cast<double>(rtDest.Width()) / rtSource.Width(),
                 static_cast<double>(rtDest.Height()) / rtSource.Height());
@@ -300,5 +345,6 @@ void CCairoDC::PaintTransparentBlt(const CRect& rtDest, const CBitmap& bitmap, c
     cairo_pattern_set_filter(cairo_get_source(pContext), CAIRO_FILTER_NEAREST);
     cairo_paint(pContext);
     cairo_restore(pContext);
+    m_pCairo->bClipped = false;
     cairo_surface_destroy(pCell);
 }

@@ -1,10 +1,12 @@
 // CCairoDC: a drawing surface that paints into an image in memory through Cairo, with text laid
 // out by Pango in the fonts the system matches for the selected face. The picture can be read
-// pixel by pixel or written to a PNG file; a window backend paints through the same code.
+// pixel by pixel or written to a PNG file; a window backend paints through the same code. Texts are
+// shaped once per font and kept, so that a screen of single characters paints at frame rate.
 #pragma once
 
 #include "Platform/CDC.h"
 
+#include <cstddef>
 #include <memory>
 
 class CCairoDC : public CDC
@@ -22,6 +24,12 @@ public:
     BOOL WriteToPNG(const CString& csFileName) const;
 
     [[nodiscard]] CSize GetTextExtent(const CString& csText) const override;
+    // Texts are shaped once per font and kept, up to a limit (some thousands by default); 0 keeps
+    // none and lays out each text afresh, as a reference for the kept ones.
+    void SetTextCacheLimit(size_t nLimit);
+    [[nodiscard]] size_t GetTextCacheSize() const noexcept;
+    // The kept texts are consistent and within their limit.
+    void AssertValid() const;
     int GetClipBox(CRect& rt) const override;
 
 protected:
@@ -37,7 +45,7 @@ protected:
                              COLORREF crTransparent) override;
 
 private:
-    struct SCairo; // the surface, its context and the text layout
+    struct SCairo; // the surface, its context and the shaped texts
 
     // Strokes the current path with the selected pen; a null pen strokes nothing.
     void StrokeWithPen();

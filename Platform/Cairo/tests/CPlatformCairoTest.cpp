@@ -2,14 +2,18 @@
 #include "Platform/CTempFolder.h"
 #include "Platform/Cairo/CCairoDC.h"
 
+#include <climits>
 #include <cppunit/extensions/HelperMacros.h>
 #include <filesystem>
+#include <string>
 
 class CPlatformCairoTest : public CppUnit::TestFixture
 {
     CPPUNIT_TEST_SUITE(CPlatformCairoTest);
     CPPUNIT_TEST(FontsTest);
     CPPUNIT_TEST(ShapesTest);
+    CPPUNIT_TEST(FillsTest);
+    CPPUNIT_TEST(BrokenSurfaceTest);
     CPPUNIT_TEST(TextTest);
     CPPUNIT_TEST(TransparentBltTest);
     CPPUNIT_TEST_SUITE_END();
@@ -83,6 +87,67 @@ public:
         CPPUNIT_ASSERT(dc.WriteToPNG(CString::FromUtf8(path.string())));
         CPPUNIT_ASSERT(std::filesystem::file_size(path) > 0);
         CPPUNIT_ASSERT(!dc.WriteToPNG(u"/nonexistent-folder/x.png"));
+    }
+
+    void FillsTest()
+    {
+        // Each fill covers the pixels of its rectangle, either corner first, within the picture, and
+        // nothing else.
+        struct SRow
+        {
+            const char* szWhat;
+            CRect rtFill;
+            CRect rtCovered;
+        };
+        const SRow aRows[] = {
+            {"inside", CRect(2, 3, 7, 5), CRect(2, 3, 7, 5)},
+            {"one pixel", CRect(9, 9, 10, 10), CRect(9, 9, 10, 10)},
+            {"right to left", CRect(7, 3, 2, 5), CRect(2, 3, 7, 5)},
+            {"bottom to top", CRect(2, 5, 7, 3), CRect(2, 3, 7, 5)},
+            {"over the top left", CRect(-5, -5, 3, 2), CRect(0, 0, 3, 2)},
+            {"over the bottom right", CRect(15, 8, 40, 40), CRect(15, 8, 20, 12)},
+            {"all of it and more", CRect(INT_MIN, INT_MIN, INT_MAX, INT_MAX), CRect(0, 0, 20, 12)},
+            {"empty", CRect(4, 4, 4, 9), CRect()},
+            {"beside it", CRect(20, 0, 30, 12), CRect()},
+        };
+        for (const SRow& row : aRows)
+        {
+            CCairoDC dc(20, 12);
+            dc.FillSolidRect(row.rtFill, RGB(10, 20, 30));
+            for (int y = 0; y < 12; ++y)
+                for (int x = 0; x < 20; ++x)
+                {
+                    const bool bIn = row.rtCovered.PtInRect(CPoint(x, y));
+                    CPPUNIT_ASSERT_EQUAL_MESSAGE(
+                        std::string(row.szWhat) + " at " + std::to_string(x) + ", " + std::to_string(y),
+                        bIn ? RGB(10, 20, 30) : COLORREF(0xFFFFFF), dc.GetPixel(x, y));
+                }
+        }
+        // A fill and a line over it: the line goes through Cairo onto the written pixels.
+        CCairoDC dc(20, 12);
+        dc.FillSolidRect(CRect(0, 0, 20, 12), RGB(0, 0, 255));
+        CPen red(PS_SOLID, 1, RGB(255, 0, 0));
+        dc.SelectObject(&red);
+        dc.MoveTo(0, 6);
+        dc.LineTo(20, 6);
+        dc.FillSolidRect(CRect(5, 0, 6, 12), RGB(0, 255, 0));
+        CPPUNIT_ASSERT_EQUAL(RGB(255, 0, 0), dc.GetPixel(4, 6));
+        CPPUNIT_ASSERT_EQUAL(RGB(0, 255, 0), dc.GetPixel(5, 6));
+        CPPUNIT_ASSERT_EQUAL(RGB(0, 0, 255), dc.GetPixel(4, 5));
+    }
+
+    void BrokenSurfaceTest()
+    {
+        // Too large for Cairo: the picture has no pixels, and painting on it does nothing.
+        CCairoDC dc(100000, 10);
+        CFont font;
+        font.CreateFont(13, FW_NORMAL, FALSE, FALSE, u"Courier New");
+        dc.SelectObject(&font);
+        dc.FillSolidRect(CRect(0, 0, 50, 5), RGB(1, 2, 3));
+        const CRect rt(0, 0, 8, 10);
+        dc.ExtTextOut(4, 0, ETO_CLIPPED | ETO_OPAQUE, &rt, u"W", nullptr);
+        CPPUNIT_ASSERT_EQUAL(CLR_INVALID, dc.GetPixel(1, 1));
+        CPPUNIT_ASSERT(dc.GetTextExtent(u"W").cx > 0);
     }
 
     void TextTest()
