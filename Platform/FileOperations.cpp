@@ -237,8 +237,9 @@ BOOL CopyFile(const CString& csExisting, const CString& csNew, BOOL bFailIfExist
     };
     if (szOld.empty() || ::stat(szOld.c_str(), &st) != 0)
         return Fail(szOld.empty() ? ENOENT : errno, szOld);
-    if (S_ISDIR(st.st_mode))
-        return Fail(EISDIR, szOld);
+    // Only files: a folder has no bytes, a pipe or device may have no end.
+    if (!S_ISREG(st.st_mode))
+        return Fail(S_ISDIR(st.st_mode) ? EISDIR : EACCES, szOld);
     if (bFailIfExists && ::access(szNew.c_str(), F_OK) == 0)
         return Fail(EEXIST, szNew);
     try

@@ -39,7 +39,8 @@ BOOL MoveFileEx(const CString& csExisting, const CString& csNew, DWORD dwFlags);
 // Removes a file (not a folder).
 BOOL DeleteFile(const CString& csFileName);
 
-// Copies the bytes and the permission bits of a file through CFile, flushed to the device at the end.
+// Copies the bytes and the permission bits of a regular file through CFile, flushed to the device at
+// the end; anything else is refused (ERROR_ACCESS_DENIED).
 // bFailIfExists: an existing csNew makes it fail (ERROR_ALREADY_EXISTS); otherwise it is overwritten.
 BOOL CopyFile(const CString& csExisting, const CString& csNew, BOOL bFailIfExists);
 

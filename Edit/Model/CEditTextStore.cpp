@@ -242,6 +242,9 @@ BOOL CEditTextStore::SaveToFile(const CString& csFile, BOOL bBackup, int nEncodi
         CString csTarget;
         Check(ResolveLinks(csFile, csTarget));
         const BOOL bExists = FileExists(csTarget);
+        // A pipe or a device is not replaced by a file (and opening a pipe could wait for ever).
+        if (bExists && !IsRegularFile(csTarget))
+            throw SFailure{ERROR_ACCESS_DENIED};
         CFile lock;
         if (bExists)
         {

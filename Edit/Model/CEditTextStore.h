@@ -29,7 +29,8 @@ public:
     // target, which keeps its permissions; a link is followed and stays a link. If asked, a complete
     // copy of the old file replaces csFile + ".bak" first. FALSE on any failure, with the cause for
     // GetLastError: the target is then the old file, or the new one complete, and no temporary file
-    // is left. A folder, a read-only file or one a writer holds for itself is not touched.
+    // is left. A folder, a pipe or device, a read-only file or one a writer holds for itself is
+    // not touched.
     BOOL SaveToFile(const CString& csFile, BOOL bBackup, int nEncoding, int nEol) override;
     // Only "\r\n" breaks a line. The column is not checked: one behind the end appends, while ptEnd
     // still is ptStart.x plus the length.

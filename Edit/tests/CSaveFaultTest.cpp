@@ -329,6 +329,13 @@ public:
         CPPUNIT_ASSERT(ReadBytes(doc) == OldBytes() && ReadBytes(folder / "doc.txt.bak") == "older");
         CPPUNIT_ASSERT((Entries(folder) == std::set<std::string>{"doc.txt", "doc.txt.bak"}));
         CPPUNIT_ASSERT(buffer.IsModified());
+        // Nor is a pipe, which nobody writes into: the save doesn't wait for it.
+        const fs::path pipe = folder / "pipe";
+        CPPUNIT_ASSERT_EQUAL(0, ::mkfifo(pipe.c_str(), 0600));
+        CPPUNIT_ASSERT(!buffer.SaveToFile(ToCString(pipe), TRUE, -3, 1));
+        CPPUNIT_ASSERT_EQUAL(ERROR_ACCESS_DENIED, GetLastError());
+        CPPUNIT_ASSERT(fs::is_fifo(pipe) && !fs::exists(folder / "pipe.bak"));
+        fs::remove(pipe);
         fs::permissions(doc, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::replace);
         CPPUNIT_ASSERT(buffer.SaveToFile(ToCString(doc), TRUE, -3, 1));
         CPPUNIT_ASSERT(ReadBytes(folder / "doc.txt.bak") == OldBytes() && !buffer.IsModified());

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 
@@ -188,6 +189,9 @@ public:
         CPPUNIT_ASSERT(!CopyFile(ToCString(temp / "missing"), ToCString(temp / "other"), FALSE));
         CPPUNIT_ASSERT_EQUAL(ERROR_FILE_NOT_FOUND, GetLastError());
         CPPUNIT_ASSERT(!CopyFile(temp.GetFolder(), ToCString(temp / "other"), FALSE));
+        CPPUNIT_ASSERT_EQUAL(ERROR_ACCESS_DENIED, GetLastError());
+        CPPUNIT_ASSERT_EQUAL(0, ::mkfifo((temp / "pipe").c_str(), 0600));
+        CPPUNIT_ASSERT(!CopyFile(ToCString(temp / "pipe"), ToCString(temp / "other"), FALSE));
         CPPUNIT_ASSERT_EQUAL(ERROR_ACCESS_DENIED, GetLastError());
         CPPUNIT_ASSERT(!fs::exists(temp / "other"));
         // Its writes and its flush fail like any other, with the cause.
