@@ -90,7 +90,7 @@ bool Churn(const fs::path& folder, int nFile)
 }
 
 // A sink that holds the handler thread in its first delivery until released, and counts deliveries.
-class CHeldSink : public CWatcherHandlerThread::IEventSink
+class CHeldSink final : public CWatcherHandlerThread::IEventSink
 {
 public:
     void SendEvent(const CWatcherHandlerThread::SEvent&) override
