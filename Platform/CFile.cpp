@@ -1,5 +1,6 @@
 #include "CFile.h"
 
+#include "CFileFaults.h"
 #include "NativePath.h"
 
 #include <cerrno>
@@ -249,6 +250,8 @@ void CFile::Write(const void* pBuffer, UINT nCount)
     UINT nWritten = 0;
     while (nWritten < nCount)
     {
+        if (const int nFault = CFileFaults::Check(CFileFaults::FF_WRITE))
+            ThrowOsError(nFault);
         const ssize_t nResult = ::write(m_hFile, pBytes + nWritten, nCount - nWritten);
         if (nResult < 0)
         {
@@ -318,6 +321,8 @@ void CFile::Flush()
 {
     if (m_hFile == hFileNull)
         return;
+    if (const int nFault = CFileFaults::Check(CFileFaults::FF_FLUSH))
+        ThrowOsError(nFault);
     // Pipes and character devices can't be synchronised and need not be.
     if (::fdatasync(m_hFile) != 0 && errno != EINVAL && errno != EROFS)
         ThrowOsError(errno);
@@ -325,6 +330,8 @@ void CFile::Flush()
 
 void CFile::Remove(const CString& csFileName)
 {
+    if (const int nFault = CFileFaults::Check(CFileFaults::FF_UNLINK))
+        throw CFileException(CFileException::OsErrorToCause(nFault), nFault, csFileName);
     if (::unlink(ToNativePath(csFileName).c_str()) != 0)
     {
         const int nError = errno;
@@ -334,6 +341,8 @@ void CFile::Remove(const CString& csFileName)
 
 void CFile::Rename(const CString& csOldName, const CString& csNewName)
 {
+    if (const int nFault = CFileFaults::Check(CFileFaults::FF_RENAME))
+        throw CFileException(CFileException::OsErrorToCause(nFault), nFault, csOldName);
     if (::rename(ToNativePath(csOldName).c_str(), ToNativePath(csNewName).c_str()) != 0)
     {
         const int nError = errno;

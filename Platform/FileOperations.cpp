@@ -1,5 +1,7 @@
 #include "FileOperations.h"
 
+#include "CFile.h"
+#include "CFileFaults.h"
 #include "NativePath.h"
 
 #include <cerrno>
@@ -172,6 +174,8 @@ BOOL MoveFileEx(const CString& csExisting, const CString& csNew, DWORD dwFlags)
     const std::string szNew = ToNativePath(csNew);
     if (szOld.empty() || szNew.empty())
         return Fail(ENOENT, szOld);
+    if (const int nFault = CFileFaults::Check(CFileFaults::FF_RENAME))
+        return Fail(nFault, szNew);
     if (dwFlags & MOVEFILE_REPLACE_EXISTING)
     {
         struct stat st
@@ -217,9 +221,120 @@ BOOL MoveFileEx(const CString& csExisting, const CString& csNew, DWORD dwFlags)
 BOOL DeleteFile(const CString& csFileName)
 {
     const std::string szPath = ToNativePath(csFileName);
+    if (const int nFault = CFileFaults::Check(CFileFaults::FF_UNLINK))
+        return Fail(nFault, szPath);
     if (::unlink(szPath.c_str()) != 0)
         return Fail(errno, szPath);
     return Succeed();
+}
+
+BOOL CopyFile(const CString& csExisting, const CString& csNew, BOOL bFailIfExists)
+{
+    const std::string szOld = ToNativePath(csExisting);
+    const std::string szNew = ToNativePath(csNew);
+    struct stat st
+    {
+    };
+    if (szOld.empty() || ::stat(szOld.c_str(), &st) != 0)
+        return Fail(szOld.empty() ? ENOENT : errno, szOld);
+    // Only files: a folder has no bytes, a pipe or device may have no end.
+    if (!S_ISREG(st.st_mode))
+        return Fail(S_ISDIR(st.st_mode) ? EISDIR : EACCES, szOld);
+    if (bFailIfExists && ::access(szNew.c_str(), F_OK) == 0)
+        return Fail(EEXIST, szNew);
+    try
+    {
+        CFile source;
+        CFileException error;
+        if (!source.Open(csExisting, CFile::modeRead | CFile::typeBinary, &error))
+            return Fail(error.m_lOsError, szOld);
+        CFile target;
+        if (!target.Open(csNew, CFile::modeCreate | CFile::modeWrite | CFile::typeBinary, &error))
+            return Fail(error.m_lOsError, szNew);
+        ::fchmod(target.m_hFile, st.st_mode & 07777);
+        char aBuffer[64 * 1024];
+        while (const UINT nRead = source.Read(aBuffer, sizeof aBuffer))
+            target.Write(aBuffer, nRead);
+        target.Flush();
+        target.Close();
+    }
+    catch (const CFileException& e)
+    {
+        return Fail(e.m_lOsError != 0 ? e.m_lOsError : EIO, szNew);
+    }
+    return Succeed();
+}
+
+BOOL FlushFolder(const CString& csPath)
+{
+    const std::string szPath = ToNativePath(csPath.IsEmpty() ? CString(u".") : csPath);
+    if (const int nFault = CFileFaults::Check(CFileFaults::FF_FLUSH))
+        return Fail(nFault, szPath);
+    const int hFolder = ::open(szPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (hFolder < 0)
+        return Fail(errno, szPath);
+    const int nResult = ::fsync(hFolder);
+    const int nError = errno;
+    ::close(hFolder);
+    if (nResult != 0 && nError != EINVAL && nError != EROFS)
+        return Fail(nError, szPath);
+    return Succeed();
+}
+
+BOOL ResolveLinks(const CString& csPath, CString& csTarget)
+{
+    constexpr int MAX_LINKS = 40;
+    std::string szPath = ToNativePath(csPath);
+    for (int i = 0; i <= MAX_LINKS; ++i)
+    {
+        struct stat st
+        {
+        };
+        if (szPath.empty() || ::lstat(szPath.c_str(), &st) != 0 || !S_ISLNK(st.st_mode))
+        {
+            csTarget = i == 0 ? csPath : FromNativePath(szPath);
+            return Succeed();
+        }
+        std::string szLink(static_cast<std::size_t>(st.st_size > 0 ? st.st_size : 255) + 1, '\0');
+        const ssize_t nLength = ::readlink(szPath.c_str(), szLink.data(), szLink.size());
+        if (nLength < 0)
+            return Fail(errno, szPath);
+        if (static_cast<std::size_t>(nLength) >= szLink.size())
+            return Fail(ENAMETOOLONG, szPath); // the link changed under us
+        szLink.resize(static_cast<std::size_t>(nLength));
+        if (szLink.empty() || szLink.front() != '/')
+        {
+            const std::string szParent = ParentOf(szPath);
+            szLink = (szParent == "/" ? std::string() : szParent) + "/" + szLink;
+        }
+        szPath = std::move(szLink);
+    }
+    return Fail(ELOOP, szPath);
+}
+
+BOOL CopyFileMode(const CString& csFrom, const CString& csTo)
+{
+    const std::string szFrom = ToNativePath(csFrom);
+    const std::string szTo = ToNativePath(csTo);
+    struct stat st
+    {
+    };
+    if (::stat(szFrom.c_str(), &st) != 0)
+        return Fail(errno, szFrom);
+    // The owner first: changing it may clear the set-user and set-group bits, which the mode restores.
+    // Only a privileged process may give a file away; others keep the file as theirs.
+    if (::chown(szTo.c_str(), st.st_uid, st.st_gid) != 0 && errno != EPERM)
+        return Fail(errno, szTo);
+    if (::chmod(szTo.c_str(), st.st_mode & 07777) != 0)
+        return Fail(errno, szTo);
+    return Succeed();
+}
+
+BOOL IsWritable(const CString& csPath)
+{
+    const std::string szPath = ToNativePath(csPath);
+    // The effective identity and capabilities decide, as they do when the file is opened.
+    return !szPath.empty() && ::faccessat(AT_FDCWD, szPath.c_str(), W_OK, AT_EACCESS) == 0 ? TRUE : FALSE;
 }
 
 BOOL CreateDirectory(const CString& csPath)

@@ -39,6 +39,26 @@ BOOL MoveFileEx(const CString& csExisting, const CString& csNew, DWORD dwFlags);
 // Removes a file (not a folder).
 BOOL DeleteFile(const CString& csFileName);
 
+// Copies the bytes and the permission bits of a regular file through CFile, flushed to the device at
+// the end; anything else is refused (ERROR_ACCESS_DENIED).
+// bFailIfExists: an existing csNew makes it fail (ERROR_ALREADY_EXISTS); otherwise it is overwritten.
+BOOL CopyFile(const CString& csExisting, const CString& csNew, BOOL bFailIfExists);
+
+// Writes a folder's entries to the device, so that a rename or a new file in it outlasts a power cut.
+// A file system that can't do it counts as done.
+BOOL FlushFolder(const CString& csPath);
+
+// The entry a path leads to: symbolic links in its last component are followed (a relative one from
+// the folder of the link), at most 40 of them; the path as given when it is no link. The entry found
+// need not exist. FALSE on a loop of links.
+BOOL ResolveLinks(const CString& csPath, CString& csTarget);
+
+// Gives csTo the permission bits of csFrom and, where the process may, its owner and group.
+BOOL CopyFileMode(const CString& csFrom, const CString& csTo);
+
+// TRUE if the process may write the existing entry csPath.
+BOOL IsWritable(const CString& csPath);
+
 // Makes one folder; its parent must exist.
 BOOL CreateDirectory(const CString& csPath);
 

@@ -53,6 +53,11 @@ void CSuiteRunner::addTest(CppUnit::Test* pTest)
     m_pTest.reset(pTest);
 }
 
+void CSuiteRunner::selectSuites(std::vector<std::string> aNames)
+{
+    m_aSuites = std::move(aNames);
+}
+
 void CSuiteRunner::run()
 {
     CppUnit::TestResult controller;
@@ -60,10 +65,39 @@ void CSuiteRunner::run()
     CCaseProgressListener progress(m_out);
     controller.addListener(&collector);
     controller.addListener(&progress);
-    if (m_pTest)
+    int nUnknown = 0;
+    if (m_pTest && m_aSuites.empty())
     {
         m_out << m_pTest->getName() << ": " << m_pTest->countTestCases() << " cases\n";
         m_pTest->run(&controller);
+    }
+    else if (m_pTest)
+    {
+        std::vector<CppUnit::Test*> aSelected;
+        std::vector<std::string> aUnknown;
+        int nCases = 0;
+        for (const std::string& szName : m_aSuites)
+        {
+            CppUnit::Test* pFound = nullptr;
+            for (int i = 0; i < m_pTest->getChildTestCount() && !pFound; ++i)
+                if (m_pTest->getChildTestAt(i)->getName() == szName)
+                    pFound = m_pTest->getChildTestAt(i);
+            if (pFound)
+            {
+                aSelected.push_back(pFound);
+                nCases += pFound->countTestCases();
+            }
+            else
+                aUnknown.push_back(szName);
+        }
+        m_out << m_pTest->getName() << ", " << aSelected.size() << " suites: " << nCases << " cases\n";
+        for (const std::string& szName : aUnknown)
+            m_out << "no suite named " << szName << "\n";
+        nUnknown = static_cast<int>(aUnknown.size());
+        // Each suite runs as the whole would run it, so the report and the stop flag stay the same.
+        for (CppUnit::Test* pSuite : aSelected)
+            if (!controller.shouldStop())
+                pSuite->run(&controller);
     }
 
     if (collector.testFailuresTotal() > 0)
@@ -78,7 +112,7 @@ void CSuiteRunner::run()
     else
         std::cerr << "cannot write the report " << m_szReport << "\n";
 
-    const int nRun = collector.runTests();
-    const int nFailed = collector.testFailuresTotal();
+    const int nRun = collector.runTests() + nUnknown;
+    const int nFailed = collector.testFailuresTotal() + nUnknown;
     m_out << "\n" << (nRun - nFailed) << " passed, " << nFailed << " failed" << std::endl;
 }

@@ -4,9 +4,11 @@
 # SelfCheck/, where the relative data paths ("..\Edit\tests\testfiles\...") resolve. Nothing under the
 # source tree, the build's mirror or the user's settings is written, and runs side by side don't meet. The folder is
 # removed afterwards; TESSAROLINE_KEEP_RUN=1 keeps it (its path goes to stderr).
-#   tools/run-selfcheck.sh <build folder>
+#   tools/run-selfcheck.sh <build folder> [suite ...]
+# Suite names after the folder run only those suites.
 set -euo pipefail
-build_dir=$(cd "${1:?usage: run-selfcheck.sh <build folder>}" && pwd)
+build_dir=$(cd "${1:?usage: run-selfcheck.sh <build folder> [suite ...]}" && pwd)
+shift
 exe="$build_dir/bin/SelfCheck"
 mirror="$build_dir/testdata"
 if [ ! -x "$exe" ] || [ ! -d "$mirror" ]; then
@@ -25,7 +27,7 @@ cp -R "$mirror/." "$run/"
 export XDG_STATE_HOME="$run/state" XDG_CONFIG_HOME="$run/config"
 cd "$run/SelfCheck"
 set +e
-"$exe"
+"$exe" "$@"
 rc=$?
 set -e
 exit $rc

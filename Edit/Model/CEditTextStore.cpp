@@ -1,5 +1,6 @@
 #include "Edit/Model/CEditTextStore.h"
 
+#include "Platform/CFile.h"
 #include "Platform/CodePages.h"
 #include "Platform/FileOperations.h"
 #include "Utils/CTextFileRead.h"
@@ -198,59 +199,107 @@ BOOL CEditTextStore::LoadFromFile(const CString& csFile, int& nEncoding, int& nE
     return FALSE;
 }
 
-BOOL CEditTextStore::WriteLines(const CString& csFile, int nEncoding, int nEol)
+void CEditTextStore::WriteLines(const CString& csFile, int nEncoding, int nEol)
 {
-    CTextFileWrite file(csFile.GetString(), nEncoding);
-    file.SetLineEnd(nEol);
-    if (!file.IsOpen())
-        return FALSE;
+    CFile file(csFile, CFile::modeCreate | CFile::modeWrite | CFile::typeBinary);
+    CTextFileWrite writer(&file, nEncoding);
+    writer.SetLineEnd(nEol);
     const int nCount = m_aLines.GetSize();
     for (int i = 0; i < nCount; ++i)
     {
-        file.Write(m_aLines[i].Str());
+        writer.Write(m_aLines[i].Str());
         if (i < nCount - 1)
-            file.WriteEndl();
+            writer.WriteEndl();
     }
+    writer.Close();
+    // On the device before it takes the target's name, so that the name never leads to a part.
+    file.Flush();
     file.Close();
-    return TRUE;
 }
 
 BOOL CEditTextStore::SaveToFile(const CString& csFile, BOOL bBackup, int nEncoding, int nEol)
 {
-    CString csTemp;
+    // The failure of a step: its code is what GetLastError gives the caller.
+    struct SFailure
+    {
+        DWORD dwError;
+    };
+    const auto Check = [](BOOL bDone)
+    {
+        if (!bDone)
+            throw SFailure{GetLastError() != ERROR_SUCCESS ? GetLastError() : ERROR_GEN_FAILURE};
+    };
+
+    CString csTemp, csBackupTemp;
+    DWORD dwError = ERROR_GEN_FAILURE;
     try
     {
-        // Backing up would move the folder away; nothing is touched.
+        // Backing up would copy a folder; nothing is touched.
         if (csFile.IsEmpty() || IsDirectory(csFile))
-            return FALSE;
+            throw SFailure{ERROR_ACCESS_DENIED};
 
-        const CString csBak = csFile + SZ_BACKUP_EXT;
+        // A link stays a link: the file it leads to takes the new content.
+        CString csTarget;
+        Check(ResolveLinks(csFile, csTarget));
+        const BOOL bExists = FileExists(csTarget);
+        // A pipe or a device is not replaced by a file (and opening a pipe could wait for ever).
+        if (bExists && !IsRegularFile(csTarget))
+            throw SFailure{ERROR_ACCESS_DENIED};
+        CFile lock;
+        if (bExists)
+        {
+            // A writer that holds the file for itself refuses the save; the shared lock held until
+            // the end keeps such a writer from starting halfway.
+            CFileException error;
+            if (!lock.Open(csTarget, CFile::modeRead | CFile::shareDenyWrite, &error) &&
+                error.m_cause == CFileException::sharingViolation)
+                throw SFailure{ERROR_SHARING_VIOLATION};
+            // A read-only file is not replaced behind its owner's back.
+            if (!IsWritable(csTarget))
+                throw SFailure{ERROR_ACCESS_DENIED};
+        }
+
         CString csDrive, csDir, csName, csExt;
-        SplitPath(csFile, csDrive, csDir, csName, csExt);
-        GetTempFileName(csDrive + csDir, SZ_TEMP_PREFIX, 0, csTemp);
+        SplitPath(csTarget, csDrive, csDir, csName, csExt);
+        Check(GetTempFileName(csDrive + csDir, SZ_TEMP_PREFIX, 0, csTemp) != 0);
 
-        if (bBackup)
+        // The backup is a copy made complete under a temporary name: the old file keeps its name until
+        // the new one replaces it, and an older backup stays until a complete one takes its place.
+        if (bBackup && bExists)
         {
-            DeleteFile(csBak);
-            MoveFileEx(csFile, csBak, MOVEFILE_REPLACE_EXISTING);
+            // Beside the backup's name, which is the link's when csFile is one.
+            SplitPath(csFile, csDrive, csDir, csName, csExt);
+            Check(GetTempFileName(csDrive + csDir, SZ_TEMP_PREFIX, 0, csBackupTemp) != 0);
+            Check(CopyFile(csTarget, csBackupTemp, FALSE));
+            Check(MoveFileEx(csBackupTemp, csFile + SZ_BACKUP_EXT, MOVEFILE_REPLACE_EXISTING));
+            csBackupTemp.Empty();
         }
-        BOOL bWritten = TRUE;
-        if (!csTemp.IsEmpty())
-            bWritten = WriteLines(csTemp, nEncoding, nEol);
-        if (bWritten && !MoveFileEx(csTemp, csFile, MOVEFILE_REPLACE_EXISTING))
-            bWritten = WriteLines(csFile, nEncoding, nEol);
-        if (bWritten)
-        {
-            if (!csTemp.IsEmpty())
-                DeleteFile(csTemp);
-            return TRUE;
-        }
+
+        WriteLines(csTemp, nEncoding, nEol);
+        SplitPath(csTarget, csDrive, csDir, csName, csExt);
+        if (bExists)
+            Check(CopyFileMode(csTarget, csTemp));
+        Check(MoveFileEx(csTemp, csTarget, MOVEFILE_REPLACE_EXISTING));
+        csTemp.Empty();
+        Check(FlushFolder(csDrive + csDir));
+        SetLastError(ERROR_SUCCESS);
+        return TRUE;
+    }
+    catch (const SFailure& failure)
+    {
+        dwError = failure.dwError;
+    }
+    catch (const CFileException& e)
+    {
+        dwError = e.m_lOsError != 0 ? ErrnoToLastError(e.m_lOsError) : ERROR_GEN_FAILURE;
     }
     catch (...)
     {
     }
     // A failed save leaves no temporary file behind.
-    if (!csTemp.IsEmpty())
-        DeleteFile(csTemp);
+    for (const CString& cs : {csTemp, csBackupTemp})
+        if (!cs.IsEmpty())
+            DeleteFile(cs);
+    SetLastError(dwError);
     return FALSE;
 }

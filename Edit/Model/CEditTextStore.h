@@ -25,8 +25,12 @@ public:
     // Any failure leaves the store without lines and gives FALSE.
     BOOL LoadFromFile(const CString& csFile, int& nEncoding, int& nEol) override;
     BOOL LoadFromFile(const CString& csFile) override;
-    // Moves the old file to csFile + ".bak" if asked, writes a temporary file beside the target and
-    // renames it over the target. FALSE on any failure; a target that is a folder is left untouched.
+    // Writes a temporary file beside the target, flushed to the device, and renames it over the
+    // target, which keeps its permissions; a link is followed and stays a link. If asked, a complete
+    // copy of the old file replaces csFile + ".bak" first. FALSE on any failure, with the cause for
+    // GetLastError: the target is then the old file, or the new one complete, and no temporary file
+    // is left. A folder, a pipe or device, a read-only file or one a writer holds for itself is
+    // not touched.
     BOOL SaveToFile(const CString& csFile, BOOL bBackup, int nEncoding, int nEol) override;
     // Only "\r\n" breaks a line. The column is not checked: one behind the end appends, while ptEnd
     // still is ptStart.x plus the length.
@@ -58,8 +62,9 @@ public:
 protected:
     // Makes room for nMore further lines so that large documents grow in few steps.
     void ReserveLines(int nMore);
-    // Writes all lines to csFile, a line end between each two. FALSE if the file can't be made.
-    BOOL WriteLines(const CString& csFile, int nEncoding, int nEol);
+    // Writes all lines to csFile, a line end between each two, and flushes it to the device. Raises
+    // CFileException on any failure.
+    void WriteLines(const CString& csFile, int nEncoding, int nEol);
 
     CStringArray m_aLines;                 // the document, one line each, without line ends
     int m_nLoadOtherLineEnds = 0;          // line ends of the last load unlike its first one

@@ -13,6 +13,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -48,6 +49,7 @@ class CSelfCheckHostTest : public CppUnit::TestFixture
     CPPUNIT_TEST(EmptyRegistryRunTest);
     CPPUNIT_TEST(EmptySuitesRegisteredTest);
     CPPUNIT_TEST(FailuresReportTest);
+    CPPUNIT_TEST(SelectSuitesTest);
     CPPUNIT_TEST_SUITE_END();
 
 public:
@@ -114,6 +116,68 @@ public:
         const std::string szReport = ReadFile(temp / "report.xml");
         CPPUNIT_ASSERT_MESSAGE(szReport,
                                szReport.find("<FailuresTotal>2</FailuresTotal>") != std::string::npos);
+    }
+
+    void SelectSuitesTest()
+    {
+        // Named suites run in the order named; the others don't, and a name no suite has is a failure.
+        const CTempFolder temp("CSelfCheckHostTest");
+        // Three suites of one passing case each; the second fails a case of its own as well.
+        const auto MakeAll = []
+        {
+            auto* pAll = new CppUnit::TestSuite("All");
+            for (const std::string szSuite : {"First", "Second", "Third"})
+            {
+                auto* pSuite = new CppUnit::TestSuite(szSuite);
+                pSuite->addTest(
+                    new CppUnit::TestCaller<CSampleFixture>(szSuite + "::Passes", &CSampleFixture::Passes));
+                if (szSuite == "Second")
+                    pSuite->addTest(
+                        new CppUnit::TestCaller<CSampleFixture>(szSuite + "::Fails", &CSampleFixture::Fails));
+                pAll->addTest(pSuite);
+            }
+            return pAll;
+        };
+        const struct
+        {
+            std::vector<std::string> aNames;
+            const char* szHeader;  // the first line
+            const char* szRun;     // the cases run, in order
+            const char* szSummary; // the last line
+        } aCases[] = {
+            {{},
+             "All: 4 cases",
+             "First::Passes Second::Passes Second::Fails Third::Passes ",
+             "3 passed, 1 failed"},
+            {{"Third", "First"},
+             "All, 2 suites: 2 cases",
+             "Third::Passes First::Passes ",
+             "2 passed, 0 failed"},
+            {{"Second"}, "All, 1 suites: 2 cases", "Second::Passes Second::Fails ", "1 passed, 1 failed"},
+            {{"Fourth", "Third"}, "All, 1 suites: 1 cases", "Third::Passes ", "1 passed, 1 failed"},
+        };
+        for (const auto& test : aCases)
+        {
+            std::ostringstream out;
+            CSuiteRunner runner(out, (temp / "report.xml").string());
+            runner.addTest(MakeAll());
+            runner.selectSuites(test.aNames);
+            runner.run();
+            const std::string szOut = out.str();
+            // The names of the cases in the order they ran.
+            std::string szRun;
+            std::istringstream lines(szOut);
+            for (std::string szLine; std::getline(lines, szLine);)
+                if (szLine.find("::") != std::string::npos && szLine.find(" : ") != std::string::npos)
+                    szRun += szLine.substr(0, szLine.find(" : ")) + " ";
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(szOut, std::string(test.szHeader),
+                                         szOut.substr(0, szOut.find('\n')));
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(szOut, std::string(test.szRun), szRun);
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(szOut, std::string(test.szSummary), LastLine(szOut));
+            const bool bUnknown = szOut.find("no suite named Fourth") != std::string::npos;
+            CPPUNIT_ASSERT_EQUAL_MESSAGE(szOut, test.aNames.size() == 2 && test.aNames[0] == "Fourth",
+                                         bUnknown);
+        }
     }
 };
 
