@@ -83,6 +83,7 @@ void CTextViewBuffer::AssertValid() const
     const int nSize = m_aLines.GetSize();
     if (nSize == 0)
         Broken(0, "no record");
+    m_aLines.AssertValid();
     const int nDocLines = m_pTextBuffer->GetLinesCount();
     for (int i = 0; i < nSize; ++i)
     {
