@@ -214,6 +214,16 @@ void CLineInfoArray::InsertAt(int nIndex, TOffsViewLineInfo&& info)
         Mend(nBlock, nBlock + 1);
 }
 
+void CLineInfoArray::SetAt(int nIndex, TOffsViewLineInfo&& info)
+{
+    CheckIndex(nIndex);
+    const int nBlock = FindBlock(nIndex);
+    SBlock& block = m_aBlocks[static_cast<std::size_t>(nBlock)];
+    info.m_nRealLine -= block.m_nStep;
+    block.m_aRecords[static_cast<std::size_t>(nIndex - m_aStarts[static_cast<std::size_t>(nBlock)])] =
+        std::move(info);
+}
+
 void CLineInfoArray::RemoveAt(int nIndex, int nCount)
 {
     if (nIndex < 0 || nCount < 0 || nCount > m_nSize - nIndex)
@@ -279,24 +289,39 @@ int CLineInfoArray::FindViewLine(int& nDocLine) const
 {
     if (m_nSize == 0)
         return -1;
-    // The last record at or before the line: in the last block that starts at or before it.
-    int nLow = 0;
-    int nHigh = GetBlockCount();
-    while (nLow < nHigh)
+    // The last record at or before the line lies in the last block that starts at or before it.
+    // Edits going down the document find that block where the last read was, or just behind it.
+    const int nBlocks = GetBlockCount();
+    int nLineBlock = -1;
+    const int nLast = std::min(m_nLastBlock, nBlocks - 1);
+    for (int i = nLast; i <= nLast + 1 && i < nBlocks; ++i)
+        if (FirstLine(i) <= nDocLine && (i + 1 == nBlocks || FirstLine(i + 1) > nDocLine))
+        {
+            nLineBlock = i;
+            break;
+        }
+    if (nLineBlock < 0)
     {
-        const int nMiddle = (nLow + nHigh) / 2;
-        if (FirstLine(nMiddle) <= nDocLine)
-            nLow = nMiddle + 1;
-        else
-            nHigh = nMiddle;
+        int nLow = 0;
+        int nHigh = nBlocks;
+        while (nLow < nHigh)
+        {
+            const int nMiddle = (nLow + nHigh) / 2;
+            if (FirstLine(nMiddle) <= nDocLine)
+                nLow = nMiddle + 1;
+            else
+                nHigh = nMiddle;
+        }
+        nLineBlock = nLow - 1;
     }
-    if (nLow == 0)
+    if (nLineBlock < 0)
     {
         // Before the first record: the first record answers.
         nDocLine = GetRealLine(0);
         return 0;
     }
-    const SBlock& block = m_aBlocks[static_cast<std::size_t>(nLow - 1)];
+    m_nLastBlock = nLineBlock;
+    const SBlock& block = m_aBlocks[static_cast<std::size_t>(nLineBlock)];
     const auto itAfter = std::upper_bound(block.m_aRecords.begin(), block.m_aRecords.end(), nDocLine,
                                           [&block](int nLine, const TOffsViewLineInfo& info)
                                           { return nLine < info.m_nRealLine + block.m_nStep; });
@@ -304,25 +329,29 @@ int CLineInfoArray::FindViewLine(int& nDocLine) const
     nDocLine = nLine;
 
     // The first record of that line: in the last block that starts below the line, or heading the
-    // block after it. A wrapped line may run over several blocks.
-    const int nLineBlock = nLow - 1;
-    nLow = 0;
-    nHigh = nLineBlock + 1;
-    while (nLow < nHigh)
+    // block after it. Mostly that is the same block; a wrapped line may run over several.
+    int nFirstBlock = nLineBlock;
+    if (FirstLine(nLineBlock) >= nLine)
     {
-        const int nMiddle = (nLow + nHigh) / 2;
-        if (FirstLine(nMiddle) < nLine)
-            nLow = nMiddle + 1;
-        else
-            nHigh = nMiddle;
+        int nLow = 0;
+        int nHigh = nLineBlock;
+        while (nLow < nHigh)
+        {
+            const int nMiddle = (nLow + nHigh) / 2;
+            if (FirstLine(nMiddle) < nLine)
+                nLow = nMiddle + 1;
+            else
+                nHigh = nMiddle;
+        }
+        if (nLow == 0)
+            return 0;
+        nFirstBlock = nLow - 1;
     }
-    if (nLow == 0)
-        return 0;
-    const SBlock& first = m_aBlocks[static_cast<std::size_t>(nLow - 1)];
+    const SBlock& first = m_aBlocks[static_cast<std::size_t>(nFirstBlock)];
     const auto itFirst = std::lower_bound(first.m_aRecords.begin(), first.m_aRecords.end(), nLine,
                                           [&first](const TOffsViewLineInfo& info, int nValue)
                                           { return info.m_nRealLine + first.m_nStep < nValue; });
-    return m_aStarts[static_cast<std::size_t>(nLow - 1)] +
+    return m_aStarts[static_cast<std::size_t>(nFirstBlock)] +
            static_cast<int>(itFirst - first.m_aRecords.begin());
 }
 

@@ -16,7 +16,7 @@ class CLineInfoArray
 {
 public:
     // Most records a block holds unless the array is made with another limit.
-    static constexpr int DEFAULT_BLOCK_RECORDS = 1024;
+    static constexpr int DEFAULT_BLOCK_RECORDS = 256;
 
     // nBlockRecords: most records per block, at least 4; small limits let the suites cross block
     // boundaries with few records.
@@ -38,6 +38,8 @@ public:
 
     // Inserts the record before nIndex (0 to the size); the record is moved in.
     void InsertAt(int nIndex, TOffsViewLineInfo&& info);
+    // Puts the record (moved in) in place of the one at nIndex, which is destroyed.
+    void SetAt(int nIndex, TOffsViewLineInfo&& info);
     // Removes and destroys nCount records from nIndex.
     void RemoveAt(int nIndex, int nCount = 1);
     void RemoveAll() noexcept;

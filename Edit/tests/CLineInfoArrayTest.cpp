@@ -143,6 +143,7 @@ public:
         CPPUNIT_ASSERT_THROW((void)aLines.GetRealLine(1), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aLines.InsertAt(2, Record(0)), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aLines.InsertAt(-1, Record(0)), CInvalidArgException);
+        CPPUNIT_ASSERT_THROW(aLines.SetAt(1, Record(0)), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aLines.RemoveAt(0, 2), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aLines.RemoveAt(0, -1), CInvalidArgException);
         CPPUNIT_ASSERT_THROW(aLines.ShiftRealLines(-1, 1), CInvalidArgException);
@@ -158,6 +159,7 @@ public:
         {
             INSERT,
             REMOVE,
+            SET,
             SHIFT
         };
         struct SCase
@@ -177,6 +179,7 @@ public:
             {"insert a run of 30 at a block head", INSERT, 24, 30},
             {"insert a run of 12 at the end", INSERT, -1, 12},
             {"insert a run of 9 at the front", INSERT, 0, 9},
+            {"overwrite a run over a block boundary, steps pending", SET, 20, 20},
             {"shift from inside a block", SHIFT, 13, 5},
             {"shift from a block head", SHIFT, 40, 2},
             {"shift back part of that, from the same head", SHIFT, 40, -1},
@@ -228,6 +231,14 @@ public:
                     const int nCount = c.m_nCount == ALL_BUT_ONE ? nSize - 1 : c.m_nCount;
                     aLines.RemoveAt(nIndex, nCount);
                     aModel.erase(itAt(nIndex), itAt(nIndex + nCount));
+                }
+                break;
+            case SET:
+                for (int k = 0; k < c.m_nCount; ++k, ++nIndex, ++nTag)
+                {
+                    SModelRecord& record = aModel[static_cast<std::size_t>(nIndex)];
+                    aLines.SetAt(nIndex, Record(record.m_nLine, nTag));
+                    record.m_nTag = nTag;
                 }
                 break;
             case SHIFT:
@@ -311,6 +322,18 @@ public:
                     const int nDelta = Random(4) - std::min(nRoom, 3);
                     aLines.ShiftRealLines(nFrom, nDelta);
                     ModelShift(aModel, nFrom, nDelta);
+                }
+                else if (nOp < 9 && Random(3) == 0)
+                {
+                    // A run of pieces rebuilt in place.
+                    const int nIndex = Random(nSize);
+                    const int nCount = 1 + Random(std::min(run.m_nMaxRun, nSize - nIndex));
+                    for (int k = nIndex; k < nIndex + nCount; ++k, ++nTag)
+                    {
+                        SModelRecord& record = aModel[static_cast<std::size_t>(k)];
+                        aLines.SetAt(k, Record(record.m_nLine, nTag));
+                        record.m_nTag = nTag;
+                    }
                 }
                 else if (nOp < 9)
                 {
