@@ -42,20 +42,28 @@ int CLineInfoArray::FindBlock(int nIndex) const noexcept
 {
     const int nBlocks = GetBlockCount();
     const int nLast = std::min(m_nLastBlock, nBlocks - 1);
-    const int nStart = m_aStarts[static_cast<std::size_t>(nLast)];
+    const int nStart = Start(nLast);
     if (nIndex >= nStart)
     {
         if (nIndex - nStart < BlockSize(nLast))
             return nLast;
         // Reading on forwards steps into the next block.
-        if (nLast + 1 < nBlocks &&
-            nIndex - m_aStarts[static_cast<std::size_t>(nLast + 1)] < BlockSize(nLast + 1))
+        if (nLast + 1 < nBlocks && nIndex - Start(nLast + 1) < BlockSize(nLast + 1))
             return m_nLastBlock = nLast + 1;
     }
-    else if (nLast > 0 && nIndex >= m_aStarts[static_cast<std::size_t>(nLast - 1)])
+    else if (nLast > 0 && nIndex >= Start(nLast - 1))
         return m_nLastBlock = nLast - 1;
-    const auto it = std::upper_bound(m_aStarts.begin(), m_aStarts.end(), nIndex);
-    return m_nLastBlock = static_cast<int>(it - m_aStarts.begin()) - 1;
+    int nLow = 0;
+    int nHigh = nBlocks;
+    while (nLow < nHigh)
+    {
+        const int nMiddle = (nLow + nHigh) / 2;
+        if (Start(nMiddle) <= nIndex)
+            nLow = nMiddle + 1;
+        else
+            nHigh = nMiddle;
+    }
+    return m_nLastBlock = nLow - 1;
 }
 
 void CLineInfoArray::Settle(SBlock& block) noexcept
@@ -67,13 +75,19 @@ void CLineInfoArray::Settle(SBlock& block) noexcept
     block.m_nStep = 0;
 }
 
+void CLineInfoArray::Trim(std::vector<TOffsViewLineInfo>& aRecords)
+{
+    if (aRecords.size() < aRecords.capacity() / 2)
+        aRecords.shrink_to_fit();
+}
+
 const TOffsViewLineInfo& CLineInfoArray::GetAt(int nIndex) const
 {
     CheckIndex(nIndex);
     const int nBlock = FindBlock(nIndex);
     SBlock& block = m_aBlocks[static_cast<std::size_t>(nBlock)];
     Settle(block);
-    return block.m_aRecords[static_cast<std::size_t>(nIndex - m_aStarts[static_cast<std::size_t>(nBlock)])];
+    return block.m_aRecords[static_cast<std::size_t>(nIndex - Start(nBlock))];
 }
 
 int CLineInfoArray::GetRealLine(int nIndex) const
@@ -81,9 +95,7 @@ int CLineInfoArray::GetRealLine(int nIndex) const
     CheckIndex(nIndex);
     const int nBlock = FindBlock(nIndex);
     const SBlock& block = m_aBlocks[static_cast<std::size_t>(nBlock)];
-    return block.m_aRecords[static_cast<std::size_t>(nIndex - m_aStarts[static_cast<std::size_t>(nBlock)])]
-               .m_nRealLine +
-           block.m_nStep;
+    return block.m_aRecords[static_cast<std::size_t>(nIndex - Start(nBlock))].m_nRealLine + block.m_nStep;
 }
 
 const TOffsViewLineInfo& CLineInfoArray::GetStored(int nIndex) const
@@ -91,12 +103,44 @@ const TOffsViewLineInfo& CLineInfoArray::GetStored(int nIndex) const
     CheckIndex(nIndex);
     const int nBlock = FindBlock(nIndex);
     return m_aBlocks[static_cast<std::size_t>(nBlock)]
-        .m_aRecords[static_cast<std::size_t>(nIndex - m_aStarts[static_cast<std::size_t>(nBlock)])];
+        .m_aRecords[static_cast<std::size_t>(nIndex - Start(nBlock))];
 }
 
-void CLineInfoArray::InsertBlock(int nBlock, int nStart)
+void CLineInfoArray::SetStart(int nBlock, int nStart) noexcept
 {
-    m_aBlocks.insert(m_aBlocks.begin() + nBlock, SBlock());
+    m_aStarts[static_cast<std::size_t>(nBlock)] = nStart - (nBlock >= m_nStartsFrom ? m_nStartsDelta : 0);
+}
+
+void CLineInfoArray::AddToStarts(int nBlock, int nDelta) noexcept
+{
+    if (nDelta == 0 || nBlock >= GetBlockCount())
+        return;
+    if (m_nStartsDelta == 0)
+        m_nStartsFrom = nBlock;
+    else if (nBlock >= m_nStartsFrom)
+    {
+        for (int i = m_nStartsFrom; i < nBlock; ++i)
+            m_aStarts[static_cast<std::size_t>(i)] += m_nStartsDelta;
+        m_nStartsFrom = nBlock;
+    }
+    else
+    {
+        // Take the pending step back to nBlock: the blocks in between lack it again.
+        for (int i = nBlock; i < m_nStartsFrom; ++i)
+            m_aStarts[static_cast<std::size_t>(i)] -= m_nStartsDelta;
+        m_nStartsFrom = nBlock;
+    }
+    m_nStartsDelta += nDelta;
+}
+
+void CLineInfoArray::InsertBlock(int nBlock, SBlock&& block, int nStart)
+{
+    m_aBlocks.insert(m_aBlocks.begin() + nBlock, std::move(block));
+    // The new block lies outside the pending step if it comes before the blocks that lack it.
+    if (nBlock < m_nStartsFrom)
+        ++m_nStartsFrom;
+    else
+        nStart -= m_nStartsDelta;
     m_aStarts.insert(m_aStarts.begin() + nBlock, nStart);
 }
 
@@ -104,6 +148,10 @@ void CLineInfoArray::EraseBlocks(int nFirst, int nEnd)
 {
     m_aBlocks.erase(m_aBlocks.begin() + nFirst, m_aBlocks.begin() + nEnd);
     m_aStarts.erase(m_aStarts.begin() + nFirst, m_aStarts.begin() + nEnd);
+    if (nEnd <= m_nStartsFrom)
+        m_nStartsFrom -= nEnd - nFirst;
+    else if (nFirst < m_nStartsFrom)
+        m_nStartsFrom = nFirst;
 }
 
 void CLineInfoArray::SplitBlock(int nBlock, int nFrom)
@@ -116,19 +164,9 @@ void CLineInfoArray::SplitBlock(int nBlock, int nFrom)
         std::move(left.m_aRecords.begin() + nFrom, left.m_aRecords.end(),
                   std::back_inserter(right.m_aRecords));
         left.m_aRecords.erase(left.m_aRecords.begin() + nFrom, left.m_aRecords.end());
+        left.m_aRecords.shrink_to_fit();
     }
-    const int nStart = m_aStarts[static_cast<std::size_t>(nBlock - 1)] + nFrom;
-    m_aBlocks.insert(m_aBlocks.begin() + nBlock, std::move(right));
-    m_aStarts.insert(m_aStarts.begin() + nBlock, nStart);
-}
-
-void CLineInfoArray::RecountStarts(int nBlock) noexcept
-{
-    if (nBlock == 0 && !m_aStarts.empty())
-        m_aStarts[0] = 0;
-    for (int i = std::max(nBlock, 1); i < GetBlockCount(); ++i)
-        m_aStarts[static_cast<std::size_t>(i)] =
-            m_aStarts[static_cast<std::size_t>(i - 1)] + BlockSize(i - 1);
+    InsertBlock(nBlock, std::move(right), Start(nBlock - 1) + nFrom);
 }
 
 void CLineInfoArray::Mend(int nFirst, int nLast)
@@ -169,9 +207,9 @@ void CLineInfoArray::InsertAt(int nIndex, TOffsViewLineInfo&& info)
     if (nIndex < 0 || nIndex > m_nSize)
         AfxThrowInvalidArgException();
     if (m_aBlocks.empty())
-        InsertBlock(0, 0);
+        InsertBlock(0, SBlock(), 0);
     int nBlock = nIndex == m_nSize ? GetBlockCount() - 1 : FindBlock(nIndex);
-    int nOffset = nIndex - m_aStarts[static_cast<std::size_t>(nBlock)];
+    int nOffset = nIndex - Start(nBlock);
     // At the head of a block, the end of the block before is the cheaper place: a run of
     // insertions at one place then appends.
     if (nOffset == 0 && nBlock > 0 && BlockSize(nBlock - 1) < m_nBlockRecords)
@@ -188,7 +226,7 @@ void CLineInfoArray::InsertAt(int nIndex, TOffsViewLineInfo&& info)
             // keeps the neighbours' rule.
             if (nOffset != 0)
                 ++nBlock;
-            InsertBlock(nBlock, nIndex);
+            InsertBlock(nBlock, SBlock(), nIndex);
             nOffset = 0;
         }
         else
@@ -200,15 +238,19 @@ void CLineInfoArray::InsertAt(int nIndex, TOffsViewLineInfo&& info)
     }
     SBlock& block = m_aBlocks[static_cast<std::size_t>(nBlock)];
     std::vector<TOffsViewLineInfo>& aRecords = block.m_aRecords;
-    // Grow a block at most to the limit, not by the vector's doubling beyond it.
+    // A block grows by an eighth, so that a block left behind by an edit holds little spare room;
+    // appending at the end of the array, as a build does, fills blocks up, so they get it all at once.
     if (aRecords.size() == aRecords.capacity())
-        aRecords.reserve(std::min(static_cast<std::size_t>(m_nBlockRecords),
-                                  std::max<std::size_t>(8, 2 * aRecords.capacity())));
+    {
+        const std::size_t nGrown =
+            nIndex == m_nSize ? static_cast<std::size_t>(m_nBlockRecords)
+                              : aRecords.capacity() + std::max<std::size_t>(8, aRecords.capacity() / 8);
+        aRecords.reserve(std::min(static_cast<std::size_t>(m_nBlockRecords), nGrown));
+    }
     info.m_nRealLine -= block.m_nStep;
     aRecords.insert(aRecords.begin() + nOffset, std::move(info));
     ++m_nSize;
-    for (std::size_t i = static_cast<std::size_t>(nBlock) + 1; i < m_aStarts.size(); ++i)
-        ++m_aStarts[i];
+    AddToStarts(nBlock + 1, 1);
     m_nLastBlock = nBlock;
     if (bSplit)
         Mend(nBlock, nBlock + 1);
@@ -220,8 +262,7 @@ void CLineInfoArray::SetAt(int nIndex, TOffsViewLineInfo&& info)
     const int nBlock = FindBlock(nIndex);
     SBlock& block = m_aBlocks[static_cast<std::size_t>(nBlock)];
     info.m_nRealLine -= block.m_nStep;
-    block.m_aRecords[static_cast<std::size_t>(nIndex - m_aStarts[static_cast<std::size_t>(nBlock)])] =
-        std::move(info);
+    block.m_aRecords[static_cast<std::size_t>(nIndex - Start(nBlock))] = std::move(info);
 }
 
 void CLineInfoArray::RemoveAt(int nIndex, int nCount)
@@ -232,8 +273,8 @@ void CLineInfoArray::RemoveAt(int nIndex, int nCount)
         return;
     const int nFirst = FindBlock(nIndex);
     const int nLast = FindBlock(nIndex + nCount - 1);
-    const int nFrom = nIndex - m_aStarts[static_cast<std::size_t>(nFirst)];
-    const int nTo = nIndex + nCount - m_aStarts[static_cast<std::size_t>(nLast)];
+    const int nFrom = nIndex - Start(nFirst);
+    const int nTo = nIndex + nCount - Start(nLast);
     std::vector<TOffsViewLineInfo>& aFirst = m_aBlocks[static_cast<std::size_t>(nFirst)].m_aRecords;
     if (nFirst == nLast)
         aFirst.erase(aFirst.begin() + nFrom, aFirst.begin() + nTo);
@@ -245,7 +286,16 @@ void CLineInfoArray::RemoveAt(int nIndex, int nCount)
         EraseBlocks(nFirst + 1, nLast);
     }
     m_nSize -= nCount;
-    RecountStarts(nFirst + 1);
+    Trim(aFirst);
+    if (nFirst == nLast)
+        AddToStarts(nFirst + 1, -nCount);
+    else
+    {
+        // What is left of the last block now starts where the removed records did.
+        Trim(m_aBlocks[static_cast<std::size_t>(nFirst + 1)].m_aRecords);
+        SetStart(nFirst + 1, nIndex);
+        AddToStarts(nFirst + 2, -nCount);
+    }
     Mend(nFirst, nFirst + 1);
 }
 
@@ -253,6 +303,7 @@ void CLineInfoArray::RemoveAll() noexcept
 {
     std::vector<SBlock>().swap(m_aBlocks);
     std::vector<int>().swap(m_aStarts);
+    m_nStartsFrom = m_nStartsDelta = 0;
     m_nSize = 0;
     m_nLastBlock = 0;
 }
@@ -273,7 +324,7 @@ void CLineInfoArray::ShiftRealLines(int nFrom, int nDelta)
     if (nDelta == 0 || nFrom >= m_nSize)
         return;
     int nBlock = FindBlock(nFrom);
-    const int nOffset = nFrom - m_aStarts[static_cast<std::size_t>(nBlock)];
+    const int nOffset = nFrom - Start(nBlock);
     if (nOffset > 0)
     {
         std::vector<TOffsViewLineInfo>& aRecords = m_aBlocks[static_cast<std::size_t>(nBlock)].m_aRecords;
@@ -351,8 +402,7 @@ int CLineInfoArray::FindViewLine(int& nDocLine) const
     const auto itFirst = std::lower_bound(first.m_aRecords.begin(), first.m_aRecords.end(), nLine,
                                           [&first](const TOffsViewLineInfo& info, int nValue)
                                           { return info.m_nRealLine + first.m_nStep < nValue; });
-    return m_aStarts[static_cast<std::size_t>(nFirstBlock)] +
-           static_cast<int>(itFirst - first.m_aRecords.begin());
+    return Start(nFirstBlock) + static_cast<int>(itFirst - first.m_aRecords.begin());
 }
 
 std::size_t CLineInfoArray::GetAllocatedBytes() const noexcept
@@ -386,7 +436,7 @@ void CLineInfoArray::AssertValid() const
             Broken(i, "more records than the limit");
         if (i > 0 && BlockSize(i - 1) + nBlockSize <= m_nBlockRecords / 2)
             Broken(i, "two neighbouring blocks small enough to be one");
-        if (m_aStarts[static_cast<std::size_t>(i)] != nStart)
+        if (Start(i) != nStart)
             Broken(i, "start index is not the sum of the sizes before");
         for (const TOffsViewLineInfo& info : block.m_aRecords)
         {

@@ -73,20 +73,32 @@ private:
     int FindBlock(int nIndex) const noexcept;
     // Adds a block's step to its records.
     static void Settle(SBlock& block) noexcept;
+    // Gives back the room of a block that lost more than half of it.
+    static void Trim(std::vector<TOffsViewLineInfo>& aRecords);
     [[nodiscard]] int FirstLine(int nBlock) const noexcept;
     [[nodiscard]] int BlockSize(int nBlock) const noexcept;
     // A new block at nBlock, taking the records from nFrom on out of block nBlock - 1.
     void SplitBlock(int nBlock, int nFrom);
-    void InsertBlock(int nBlock, int nStart);
+    void InsertBlock(int nBlock, SBlock&& block, int nStart);
     void EraseBlocks(int nFirst, int nEnd);
-    // Start indexes from block nBlock on, from the sizes before them.
-    void RecountStarts(int nBlock) noexcept;
+    // Index of the first record of the block.
+    [[nodiscard]] int Start(int nBlock) const noexcept
+    {
+        return m_aStarts[static_cast<std::size_t>(nBlock)] + (nBlock >= m_nStartsFrom ? m_nStartsDelta : 0);
+    }
+    void SetStart(int nBlock, int nStart) noexcept;
+    // Adds nDelta to the start indexes from block nBlock on. It is held as one pending step and
+    // costs the blocks between nBlock and the last such change, so that a run of edits in one place
+    // doesn't touch every block behind it.
+    void AddToStarts(int nBlock, int nDelta) noexcept;
     // Drops empty blocks and joins small neighbours among the blocks nFirst - 1 to nLast + 1.
     void Mend(int nFirst, int nLast);
 
     int m_nBlockRecords;                   // most records a block holds
     mutable std::vector<SBlock> m_aBlocks; // in view order; reads settle their steps
-    std::vector<int> m_aStarts;            // index of the first record of each block
+    std::vector<int> m_aStarts;            // index of each block's first record, less the pending step
+    int m_nStartsFrom = 0;                 // first block whose start lacks the pending step
+    int m_nStartsDelta = 0;                // the pending step of the starts
     int m_nSize = 0;                       // records in all blocks
     mutable int m_nLastBlock = 0;          // block of the last read, where the next one starts looking
 };
