@@ -179,7 +179,8 @@ void CLineInfoArray::Mend(int nFirst, int nLast)
             EraseBlocks(i, i + 1);
             --nHigh;
         }
-    // Joining keeps the block count within twice the size over the limit.
+    // Neighbours that hold no more than half the limit together become one, which keeps the block
+    // count below the size over a quarter of the limit, plus one.
     int i = nLow;
     while (i < nHigh)
     {

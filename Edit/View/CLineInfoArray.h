@@ -1,10 +1,10 @@
 // CLineInfoArray: the view line records of a view buffer, in view order.
 //
-// The records sit in blocks of at most a few hundred, so that an insertion or removal shifts the
-// records of one block and the start indexes of the blocks behind it, wherever it lands. A change
-// of line count is held per block: every record of a block lacks the block's step in its stored
-// m_nRealLine, so that moving the lines behind an edit costs one addition per block. The step is
-// added when a record is read, or folded into the records when the block changes.
+// The records sit in blocks of at most a few hundred, so that an insertion or removal moves the
+// records of one block, wherever it lands. What changes behind an edit is held as pending steps:
+// the start indexes of the blocks behind it as one step over the block list, settled as far as the
+// next edit elsewhere; and a change of line count per block, each record of a block lacking the
+// block's step in its stored m_nRealLine, added when the record is read or the block changes.
 #pragma once
 
 #include "Edit/View/TOffsViewLineInfo.h"
@@ -26,7 +26,6 @@ public:
 
     [[nodiscard]] int GetSize() const noexcept { return m_nSize; }
     [[nodiscard]] int GetBlockCount() const noexcept { return static_cast<int>(m_aBlocks.size()); }
-    [[nodiscard]] int GetBlockLimit() const noexcept { return m_nBlockRecords; }
     // The record, its m_nRealLine up to date; out of range raises the invalid-argument exception.
     const TOffsViewLineInfo& GetAt(int nIndex) const;
     const TOffsViewLineInfo& operator[](int nIndex) const { return GetAt(nIndex); }

@@ -179,7 +179,7 @@ public:
             {"insert a run of 30 at a block head", INSERT, 24, 30},
             {"insert a run of 12 at the end", INSERT, -1, 12},
             {"insert a run of 9 at the front", INSERT, 0, 9},
-            {"overwrite a run over a block boundary, steps pending", SET, 20, 20},
+            {"overwrite a run over a block boundary", SET, 20, 20},
             {"shift from inside a block", SHIFT, 13, 5},
             {"shift from a block head", SHIFT, 40, 2},
             {"shift back part of that, from the same head", SHIFT, 40, -1},
