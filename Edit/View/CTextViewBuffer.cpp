@@ -83,6 +83,7 @@ void CTextViewBuffer::AssertValid() const
     const int nSize = m_aLines.GetSize();
     if (nSize == 0)
         Broken(0, "no record");
+    m_aLines.AssertValid();
     const int nDocLines = m_pTextBuffer->GetLinesCount();
     for (int i = 0; i < nSize; ++i)
     {
@@ -196,7 +197,7 @@ BOOL CTextViewBuffer::FillViewLine(int& nDocLine, int& x, TOffsViewLineInfo& inf
     }
 }
 
-void CTextViewBuffer::BuildDocLine(int& nDocLine, int& nViewIndex)
+void CTextViewBuffer::BuildDocLine(int& nDocLine, int& nViewIndex, int nAdjust)
 {
     COutliningArray aBlocks;
     GetCollapsedBlocks(nDocLine, aBlocks);
@@ -216,14 +217,17 @@ void CTextViewBuffer::BuildDocLine(int& nDocLine, int& nViewIndex)
         info.m_nLength = info.m_aOffsets.GetSize() - 1;
         info.m_nActualLength = std::abs(info.m_aOffsets[info.m_nLength]);
         nStart += info.m_nLength;
-        m_aLines.InsertAt(nViewIndex++, std::move(info));
+        if (nViewIndex < m_aLines.GetSize() && m_aLines.GetRealLine(nViewIndex) + nAdjust <= nRealLine)
+            m_aLines.SetAt(nViewIndex++, std::move(info));
+        else
+            m_aLines.InsertAt(nViewIndex++, std::move(info));
     } while (bMore);
     ++nDocLine;
 }
 
 void CTextViewBuffer::RebuildDocLine(int& nDocLine, int& nViewIndex, int nAdjust)
 {
-    BuildDocLine(nDocLine, nViewIndex);
+    BuildDocLine(nDocLine, nViewIndex, nAdjust);
     int nCount = 0;
     while (nViewIndex + nCount < m_aLines.GetSize() &&
            m_aLines.GetRealLine(nViewIndex + nCount) + nAdjust < nDocLine)

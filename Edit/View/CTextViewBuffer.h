@@ -104,8 +104,10 @@ public:
     void OnAfterExpand(IOutlining* pBlock) override;
 
 protected:
-    // Inserts the records of the document line at the view index; both end up behind them.
-    void BuildDocLine(int& nDocLine, int& nViewIndex);
+    // Puts the records of the document line at the view index; both end up behind them. Old records
+    // there of the same line (m_nRealLine + nAdjust not above it) are overwritten, so that a line
+    // that keeps its number of pieces moves no other record.
+    void BuildDocLine(int& nDocLine, int& nViewIndex, int nAdjust);
     // BuildDocLine, then removes the old records it replaces: those from the view index whose
     // m_nRealLine + nAdjust lies below the document line reached.
     void RebuildDocLine(int& nDocLine, int& nViewIndex, int nAdjust);
