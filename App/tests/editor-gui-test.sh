@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# Drives the editor program under a virtual display: opens a file named on the command line, types
+# text with accented letters through the input method, undoes the last word, saves with Ctrl+S and
+# checks the bytes on disk; the window's last picture is kept under pictures/ of the build.
+# Usage: editor-gui-test.sh PROGRAM BUILD_DIR
+set -euo pipefail
+program=$1
+build=$(cd "$2" && pwd)
+here=$(cd "$(dirname "$0")" && pwd)
+work=$build/gui-test
+rm -rf "$work"
+mkdir -p "$work/config" "$work/state" "$build/pictures"
+cp "$here/testfiles/page.html" "$work/page.html"
+
+export XDG_CONFIG_HOME=$work/config XDG_STATE_HOME=$work/state
+export TESSAROLINE_PICTURE=$work/window.png
+export GTK_IM_MODULE=gtk-im-context-simple NO_AT_BRIDGE=1
+
+cat > "$work/drive.sh" <<'DRIVE'
+set -euo pipefail
+work=$1
+program=$2
+"$program" "$work/page.html" 2>"$work/stderr.txt" &
+pid=$!
+trap 'kill $pid 2>/dev/null || true' EXIT
+win=$(timeout 20 xdotool search --sync --onlyvisible --name 'page.html' | head -1)
+xdotool windowfocus --sync "$win"
+sleep 0.5
+# The first line gets typed text: letters, an accented one, a space and a word that is undone.
+xdotool key --delay 60 End
+xdotool type --delay 60 ' Zoë café'
+xdotool key --delay 60 ctrl+Left ctrl+shift+Right Delete
+xdotool key --delay 60 ctrl+z
+xdotool key --delay 60 Down Home
+xdotool type --delay 60 'ñ'
+xdotool key --delay 60 ctrl+s
+for _ in $(seq 50); do
+  grep -q 'ñ' "$work/page.html" 2>/dev/null && break
+  sleep 0.1
+done
+sleep 0.5
+DRIVE
+
+start=$(date +%s.%N)
+xvfb-run -a -s "-screen 0 1024x768x24" bash "$work/drive.sh" "$work" "$program"
+end=$(date +%s.%N)
+
+expected=$(printf '<!DOCTYPE html> Zoë café\nñ<html>\n<body>\n<p>Hello</p>\n</body>\n</html>\n' | od -An -tx1)
+actual=$(od -An -tx1 "$work/page.html")
+cp "$work/window.png" "$build/pictures/editor-gui.png" 2>/dev/null || true
+printf 'gui test took %.1f s\n' "$(echo "$end - $start" | bc)"
+if [ "$expected" != "$actual" ]; then
+  echo "saved bytes differ from the expected ones; the file holds:" >&2
+  cat "$work/page.html" >&2
+  exit 1
+fi
+[ -s "$build/pictures/editor-gui.png" ] || { echo "no picture of the window was written" >&2; exit 1; }
+echo "saved bytes as expected; picture: $build/pictures/editor-gui.png"
