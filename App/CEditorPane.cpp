@@ -51,6 +51,7 @@ CEditorPane::CEditorPane(CTextSettings* pSettings)
 
 CEditorPane::~CEditorPane()
 {
+    m_pColorer.reset();
     m_Control.Close();
     DestroyWindow();
 }
@@ -59,7 +60,32 @@ BOOL CEditorPane::Show(DWORD dwStyle, DWORD dwExStyle)
 {
     if (!CreateEx(dwExStyle, dwStyle, CRect(0, 0, 640, 480), nullptr))
         return FALSE;
-    return m_Control.Create(this, &m_Buffer, m_pSettings);
+    if (!m_Control.Create(this, &m_Buffer, m_pSettings))
+        return FALSE;
+    MakeColorer();
+    return TRUE;
+}
+
+void CEditorPane::MakeColorer()
+{
+    m_pColorer.reset();
+    m_pColorer = std::make_unique<CDocumentColorer>(&m_Buffer, m_csFile);
+    m_pColorer->SetPendingHandler(m_fnColorsPending);
+}
+
+void CEditorPane::SetColorsPendingHandler(std::function<void()> fnPending)
+{
+    m_fnColorsPending = std::move(fnPending);
+    if (m_pColorer)
+        m_pColorer->SetPendingHandler(m_fnColorsPending);
+}
+
+BOOL CEditorPane::PaintColors()
+{
+    if (!m_pColorer || !m_pColorer->PaintPending())
+        return FALSE;
+    Invalidate();
+    return TRUE;
 }
 
 BOOL CEditorPane::CreateEmpty(DWORD dwStyle, DWORD dwExStyle)
@@ -105,7 +131,17 @@ BOOL CEditorPane::SaveAs(const CString& csFile, CString& csError)
             csError = u"The file could not be written.";
         return FALSE;
     }
-    m_csFile = csFile;
+    if (csFile != m_csFile)
+    {
+        m_csFile = csFile;
+        if (m_pColorer)
+        {
+            // The old colours stay until the new parser paints over them.
+            MakeColorer();
+            if (m_fnColorsPending)
+                m_fnColorsPending();
+        }
+    }
     return TRUE;
 }
 

@@ -4,9 +4,14 @@
 // nothing; a save that fails leaves the file and the text as they were.
 #pragma once
 
+#include "CDocumentColorer.h"
+
 #include "Edit/Control/CTextEditControl.h"
 #include "Edit/Model/CTextBuffer.h"
 #include "Edit/Screen/CCWndHost.h"
+
+#include <functional>
+#include <memory>
 
 class CTextSettings;
 
@@ -23,7 +28,8 @@ public:
     // read (nothing is shown then).
     BOOL CreateFromFile(const CString& csFile, DWORD dwStyle, DWORD dwExStyle, CString& csError);
     // Writes the text to the file, in the encoding and with the line ends it was read with; FALSE
-    // with the reason when it can't. A successful save names the document after the file.
+    // with the reason when it can't. A successful save names the document after the file, and a
+    // new name may bring a new language.
     BOOL SaveAs(const CString& csFile, CString& csError);
 
     // The file of the document; empty for one never saved.
@@ -35,15 +41,27 @@ public:
     [[nodiscard]] CTextBuffer& GetBuffer() noexcept { return m_Buffer; }
     [[nodiscard]] ITextEditorCommands* GetCommands() { return m_Control.GetEditorCommands(); }
 
+    // Called once each time lines come to wait for their colours, for the owner to have them
+    // painted (PaintColors) when the program is idle.
+    void SetColorsPendingHandler(std::function<void()> fnPending);
+    // Colours the lines that wait for colours and repaints; FALSE when none waited.
+    BOOL PaintColors();
+    // The language of the document ("html", "css", ... "text"); empty before the pane is shown.
+    [[nodiscard]] CString GetLanguage() const { return m_pColorer ? m_pColorer->GetType() : CString(); }
+
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
     BOOL Show(DWORD dwStyle, DWORD dwExStyle);
+    // A parser for the document as it is now named.
+    void MakeColorer();
 
     CTextSettings* m_pSettings; // shared, not owned
     CTextBuffer m_Buffer;
     CTextEditControl m_Control;
+    std::unique_ptr<CDocumentColorer> m_pColorer; // before the buffer it listens to goes
+    std::function<void()> m_fnColorsPending;
     CString m_csFile;
     int m_nEncoding;
     int m_nEol;

@@ -108,6 +108,8 @@ CEditorWindow::~CEditorWindow()
 {
     if (m_nRefresh != 0)
         g_source_remove(m_nRefresh);
+    if (m_nColors != 0)
+        g_source_remove(m_nColors);
     if (m_pNotebook != nullptr)
         g_signal_handlers_disconnect_by_data(m_pNotebook, this);
     // Panes go before the window that holds their widgets.
@@ -233,6 +235,8 @@ void CEditorWindow::AddPane(std::unique_ptr<CEditorPane> pPane)
     CGtkWndPeer* pPeer = CGtkWndPeer::Of(pPane.get());
     GtkWidget* pPage = pPeer->GetWidget();
     GtkWidget* pLabel = gtk_label_new(pPane->GetTitle().ToUtf8().c_str());
+    pPane->SetColorsPendingHandler([this] { ScheduleColors(); });
+    pPane->PaintColors();
     m_aPanes.push_back(std::move(pPane));
     const int n = gtk_notebook_append_page(GTK_NOTEBOOK(m_pNotebook), pPage, pLabel);
     gtk_widget_show_all(pPage);
@@ -376,6 +380,22 @@ void CEditorWindow::OnSwitchPage(GtkNotebook*, GtkWidget* pPage, guint, gpointer
     auto* pThis = static_cast<CEditorWindow*>(pData);
     if (CEditorPane* pPane = pThis->PaneOfPage(pPage))
         gtk_widget_grab_focus(CGtkWndPeer::Of(pPane)->GetArea());
+}
+
+void CEditorWindow::ScheduleColors()
+{
+    // Ahead of the redraw, which GTK runs at a lower priority.
+    if (m_nColors == 0)
+        m_nColors = g_idle_add_full(G_PRIORITY_HIGH_IDLE, OnColors, this, nullptr);
+}
+
+gboolean CEditorWindow::OnColors(gpointer pData)
+{
+    auto* pThis = static_cast<CEditorWindow*>(pData);
+    pThis->m_nColors = 0;
+    for (const auto& pPane : pThis->m_aPanes)
+        pPane->PaintColors();
+    return G_SOURCE_REMOVE;
 }
 
 gboolean CEditorWindow::OnRefresh(gpointer pData)

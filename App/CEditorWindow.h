@@ -48,11 +48,15 @@ private:
     static gboolean OnDelete(GtkWidget* pWidget, GdkEvent* pEvent, gpointer pData);
     static void OnSwitchPage(GtkNotebook* pNotebook, GtkWidget* pPage, guint nPage, gpointer pData);
     static gboolean OnRefresh(gpointer pData);
+    // Colours are painted before the next frame is drawn.
+    void ScheduleColors();
+    static gboolean OnColors(gpointer pData);
 
     GtkApplication* m_pApp;
     GtkWidget* m_pWindow = nullptr;
     GtkWidget* m_pNotebook = nullptr;
     guint m_nRefresh = 0;
+    guint m_nColors = 0; // the source that paints waiting colours
     std::unique_ptr<CProfileStore> m_pStore;
     CTextSettings m_Settings;
     std::vector<std::unique_ptr<CEditorPane>> m_aPanes;
