@@ -3,6 +3,7 @@
 #include "App/CEditorWindow.h"
 
 #include "Platform/Gtk/CGtkClipboard.h"
+#include "Platform/Gtk/CGtkMessageBox.h"
 #include "Platform/Gtk/CGtkWndPeer.h"
 
 #include <cstdlib>
@@ -12,11 +13,13 @@ namespace
 {
 std::unique_ptr<CEditorWindow> g_pWindow;
 CGtkClipboard g_Clipboard;
+CGtkMessageBox g_MessageBox;
 
 void OnStartup(GApplication*, gpointer)
 {
     CGtkWndPeer::Install();
     SetClipboardService(&g_Clipboard);
+    SetMessageBoxService(&g_MessageBox);
     if (const char* sz = std::getenv("TESSAROLINE_PICTURE"))
         CGtkWndPeer::SetPictureFile(CString::FromUtf8(sz));
 }
@@ -49,6 +52,7 @@ void OnShutdown(GApplication*, gpointer)
 {
     g_pWindow.reset();
     SetClipboardService(nullptr);
+    SetMessageBoxService(nullptr);
 }
 } // namespace
 
