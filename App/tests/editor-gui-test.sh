@@ -12,6 +12,7 @@ work=$build/gui-test
 rm -rf "$work"
 mkdir -p "$work/config" "$work/state" "$build/pictures"
 cp "$here/testfiles/page.html" "$work/page.html"
+printf 'abcdef\nghijkl\nmnopqr\nstuvwx\n' > "$work/columns.txt"
 
 export XDG_CONFIG_HOME=$work/config XDG_STATE_HOME=$work/state
 export TESSAROLINE_PICTURE=$work/window.png
@@ -21,7 +22,26 @@ cat > "$work/drive.sh" <<'DRIVE'
 set -euo pipefail
 work=$1
 program=$2
-"$program" "$work/page.html" 2>"$work/stderr.txt" &
+# A first run: an Alt+drag over four lines selects a column (the pointer positions are those
+# of the default theme's menu bar and tabs on the 1024x768 screen), Delete takes it out of each.
+TESSAROLINE_PICTURE=$work/columns.png "$program" "$work/columns.txt" 2>"$work/stderr.txt" &
+cpid=$!
+trap 'kill $cpid 2>/dev/null || true' EXIT
+cwin=$(timeout 20 xdotool search --sync --onlyvisible --name 'columns.txt' | head -1)
+xdotool windowfocus --sync "$cwin"
+sleep 0.3
+xdotool mousemove --window "$cwin" 60 75 keydown alt mousedown 1 mousemove --window "$cwin" 80 90 sleep 0.1 \
+  mousemove --window "$cwin" 86 110 sleep 0.2 mouseup 1 keyup alt
+sleep 0.2
+xdotool key --delay 60 Delete ctrl+s
+for _ in $(seq 30); do
+  grep -q abf "$work/columns.txt" && break
+  sleep 0.1
+done
+cp "$work/columns.png" "$work/columns-deleted.png"
+kill $cpid
+wait $cpid 2>/dev/null || true
+"$program" "$work/page.html" 2>>"$work/stderr.txt" &
 pid=$!
 trap 'kill $pid 2>/dev/null || true' EXIT
 win=$(timeout 20 xdotool search --sync --onlyvisible --name 'page.html' | head -1)
@@ -75,6 +95,7 @@ end=$(date +%s.%N)
 expected=$(printf '<!DOCTYPE html> Zoë café\nñ<html>\n<body>\n<p>Hello</p>\n</body>\n</html>\n' | od -An -tx1)
 actual=$(od -An -tx1 "$work/page.html")
 cp "$work/saved.png" "$build/pictures/editor-gui.png" 2>/dev/null || true
+cp "$work/columns-deleted.png" "$build/pictures/editor-gui-columns.png" 2>/dev/null || true
 printf 'gui test took %.1f s\n' "$(echo "$end - $start" | bc)"
 [ "$status" -eq 0 ] || { echo "driving the program failed ($status)" >&2; exit 1; }
 if [ "$expected" != "$actual" ]; then
@@ -82,5 +103,7 @@ if [ "$expected" != "$actual" ]; then
   cat "$work/page.html" >&2
   exit 1
 fi
+columns=$(tr '\n' ' ' < "$work/columns.txt")
+[ "$columns" = "abf ghl mnr stx " ] || { echo "column delete left: $columns" >&2; exit 1; }
 [ -s "$build/pictures/editor-gui.png" ] || { echo "no picture of the window was written" >&2; exit 1; }
 echo "saved bytes as expected; picture: $build/pictures/editor-gui.png"
