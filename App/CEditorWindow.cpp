@@ -98,6 +98,7 @@ CEditorWindow::CEditorWindow(GtkApplication* pApp) : m_pApp(pApp)
     gtk_notebook_set_scrollable(GTK_NOTEBOOK(m_pNotebook), TRUE);
     gtk_container_add(GTK_CONTAINER(m_pWindow), m_pNotebook);
     g_signal_connect(m_pWindow, "delete-event", G_CALLBACK(OnDelete), this);
+    g_signal_connect(m_pWindow, "destroy", G_CALLBACK(OnDestroy), this);
     g_signal_connect(m_pNotebook, "switch-page", G_CALLBACK(OnSwitchPage), this);
     AddActions(this);
     gtk_widget_show_all(m_pWindow);
@@ -112,13 +113,12 @@ CEditorWindow::~CEditorWindow()
         g_source_remove(m_nColors);
     if (m_pNotebook != nullptr)
         g_signal_handlers_disconnect_by_data(m_pNotebook, this);
+    if (m_pWindow != nullptr)
+        g_signal_handlers_disconnect_by_data(m_pWindow, this);
     // Panes go before the window that holds their widgets.
     m_aPanes.clear();
     if (m_pWindow != nullptr)
-    {
-        g_signal_handlers_disconnect_by_data(m_pWindow, this);
         gtk_widget_destroy(m_pWindow);
-    }
 }
 
 template <void (ITextEditorCommands::*Command)()>
@@ -353,6 +353,8 @@ void CEditorWindow::ShowError(const CString& csWhat, const CString& csWhy)
 
 void CEditorWindow::RefreshTitles()
 {
+    if (m_pWindow == nullptr)
+        return;
     for (const auto& pPane : m_aPanes)
     {
         GtkWidget* pPage = CGtkWndPeer::Of(pPane.get())->GetWidget();
@@ -373,6 +375,21 @@ gboolean CEditorWindow::OnDelete(GtkWidget*, GdkEvent*, gpointer pData)
 {
     // Kept open when the user keeps a document.
     return static_cast<CEditorWindow*>(pData)->CloseAll() ? FALSE : TRUE;
+}
+
+void CEditorWindow::OnDestroy(GtkWidget*, gpointer pData)
+{
+    // Closed by the window system after every document was let go: the pages go with the window.
+    auto* pThis = static_cast<CEditorWindow*>(pData);
+    for (guint* pSource : {&pThis->m_nColors, &pThis->m_nRefresh})
+    {
+        if (*pSource != 0)
+            g_source_remove(*pSource);
+        *pSource = 0;
+    }
+    g_signal_handlers_disconnect_by_data(pThis->m_pNotebook, pThis);
+    pThis->m_aPanes.clear();
+    pThis->m_pWindow = pThis->m_pNotebook = nullptr;
 }
 
 void CEditorWindow::OnSwitchPage(GtkNotebook*, GtkWidget* pPage, guint, gpointer pData)

@@ -46,6 +46,7 @@ private:
     template <void (ITextEditorCommands::*Command)()>
     static void RunOnCurrent(GSimpleAction* pAction, GVariant* pParameter, gpointer pData);
     static gboolean OnDelete(GtkWidget* pWidget, GdkEvent* pEvent, gpointer pData);
+    static void OnDestroy(GtkWidget* pWidget, gpointer pData);
     static void OnSwitchPage(GtkNotebook* pNotebook, GtkWidget* pPage, guint nPage, gpointer pData);
     static gboolean OnRefresh(gpointer pData);
     // Colours are painted before the next frame is drawn.

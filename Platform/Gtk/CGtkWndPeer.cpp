@@ -327,12 +327,12 @@ void CGtkWndPeer::OnSizeAllocate(GtkWidget*, GdkRectangle* pAlloc, gpointer pDat
     p->m_pWnd->MoveWindow(CRect(rt.left, rt.top, rt.left + pAlloc->width, rt.top + pAlloc->height));
 }
 
-void CGtkWndPeer::SendKey(UINT message, int nVirtKey, GdkEventKey* pEvent)
+bool CGtkWndPeer::SendKey(UINT message, int nVirtKey, GdkEventKey* pEvent)
 {
     MSG msg{m_pWnd, message, static_cast<std::uintptr_t>(nVirtKey), 0, pEvent->time, CWnd::GetCursorPos()};
     if (m_pWnd->PreTranslateMessage(&msg))
-        return;
-    m_pWnd->SendMessage(message, msg.wParam, 0);
+        return true;
+    return m_pWnd->SendMessage(message, msg.wParam, 0) != 0;
 }
 
 gboolean CGtkWndPeer::OnKeyPress(GtkWidget*, GdkEventKey* pEvent, gpointer pData)
@@ -348,8 +348,8 @@ gboolean CGtkWndPeer::OnKeyPress(GtkWidget*, GdkEventKey* pEvent, gpointer pData
         return TRUE;
     if (nVirtKey == 0)
         return FALSE;
-    p->SendKey((pEvent->state & GDK_MOD1_MASK) != 0 ? WM_SYSKEYDOWN : WM_KEYDOWN, nVirtKey, pEvent);
-    return TRUE;
+    // A key the window leaves alone goes on to GTK (focus keys, the menu bar).
+    return p->SendKey((pEvent->state & GDK_MOD1_MASK) != 0 ? WM_SYSKEYDOWN : WM_KEYDOWN, nVirtKey, pEvent);
 }
 
 gboolean CGtkWndPeer::OnKeyRelease(GtkWidget*, GdkEventKey* pEvent, gpointer pData)

@@ -59,7 +59,8 @@ private:
 
     // Copies the window's picture to the context, with the caret over it if bCaret.
     void PaintOn(cairo_t* pContext, bool bCaret);
-    void SendKey(UINT message, int nVirtKey, GdkEventKey* pEvent);
+    // Pre-translates and sends a key message; whether the window used it.
+    bool SendKey(UINT message, int nVirtKey, GdkEventKey* pEvent);
     void SendPointer(UINT message, UINT nFlags, double x, double y);
     void SendScroll(int nBar, UINT nCode, int nPos);
     void RestartBlink();
