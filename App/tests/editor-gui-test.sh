@@ -2,7 +2,9 @@
 # Drives the editor program under a virtual display: opens a file named on the command line, types
 # text with accented letters through the input method, undoes the last word, saves with Ctrl+S and
 # checks the bytes on disk; then a further change is closed without saving (after the question is
-# first cancelled) and the program quits. The window's last picture is kept under pictures/.
+# first cancelled), a file is opened and a new document saved through the file choosers, and the
+# program quits. An Alt+drag column selection is checked in a run of its own before. The window's
+# pictures are kept under pictures/ of the build.
 # Usage: editor-gui-test.sh PROGRAM BUILD_DIR
 set -euo pipefail
 program=$1
@@ -16,7 +18,7 @@ printf 'abcdef\nghijkl\nmnopqr\nstuvwx\n' > "$work/columns.txt"
 
 export XDG_CONFIG_HOME=$work/config XDG_STATE_HOME=$work/state
 export TESSAROLINE_PICTURE=$work/window.png
-export GTK_IM_MODULE=gtk-im-context-simple NO_AT_BRIDGE=1
+export GTK_IM_MODULE=gtk-im-context-simple NO_AT_BRIDGE=1 GSETTINGS_BACKEND=memory
 
 cat > "$work/drive.sh" <<'DRIVE'
 set -euo pipefail
@@ -73,9 +75,35 @@ xdotool key --delay 60 ctrl+w
 sleep 0.5
 xdotool key --delay 60 alt+w
 xdotool search --sync --name '^Tessaroline$' >/dev/null
-# Without a window manager the focus doesn't come back from the closed question by itself, and a
-# key right after it came may be lost: Ctrl+Q is tried again then.
+# Without a window manager the focus doesn't come back from a closed dialog by itself.
 xdotool windowfocus --sync "$win"
+sleep 0.3
+# Open through the file chooser; then a new document saved through it (Ctrl+S asks for a name).
+xdotool key --delay 60 ctrl+o
+dialog=$(timeout 10 xdotool search --sync --onlyvisible --name '^Open$' | head -1)
+xdotool windowfocus --sync "$dialog"
+sleep 0.3
+xdotool key --delay 60 ctrl+l
+sleep 0.3
+xdotool type --delay 30 "$work/columns.txt"
+sleep 0.5
+xdotool key --delay 60 Return
+timeout 10 xdotool search --sync --name '^columns.txt - Tessaroline$' >/dev/null
+xdotool windowfocus --sync "$win"
+sleep 0.3
+xdotool key --delay 60 ctrl+n
+xdotool type --delay 60 'new'
+xdotool key --delay 60 ctrl+s
+dialog=$(timeout 10 xdotool search --sync --onlyvisible --name '^Save As$' | head -1)
+xdotool windowfocus --sync "$dialog"
+sleep 0.3
+xdotool key --delay 60 ctrl+a
+xdotool type --delay 30 "$work/new.txt"
+sleep 0.5
+xdotool key --delay 60 Return
+timeout 10 xdotool search --sync --name '^new.txt - Tessaroline$' >/dev/null
+xdotool windowfocus --sync "$win"
+# A key right after the focus came back may be lost: Ctrl+Q is tried again then.
 for _ in 1 2 3; do
   xdotool key --delay 60 ctrl+q
   for _ in $(seq 10); do
@@ -105,5 +133,11 @@ if [ "$expected" != "$actual" ]; then
 fi
 columns=$(tr '\n' ' ' < "$work/columns.txt")
 [ "$columns" = "abf ghl mnr stx " ] || { echo "column delete left: $columns" >&2; exit 1; }
+[ "$(cat "$work/new.txt")" = new ] || { echo "the new document was not saved as new.txt" >&2; exit 1; }
 [ -s "$build/pictures/editor-gui.png" ] || { echo "no picture of the window was written" >&2; exit 1; }
+if grep -q -E 'CRITICAL|WARNING|ERROR' "$work/stderr.txt"; then
+  echo "the program complained:" >&2
+  cat "$work/stderr.txt" >&2
+  exit 1
+fi
 echo "saved bytes as expected; picture: $build/pictures/editor-gui.png"
