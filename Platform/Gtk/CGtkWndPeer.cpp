@@ -110,7 +110,6 @@ BOOL CGtkWndPeer::Create(CWnd* pWnd, DWORD dwStyle, DWORD dwExStyle, const CRect
         gtk_window_resize(GTK_WINDOW(m_pWindow), std::max(1, rtWindow.Width()),
                           std::max(1, rtWindow.Height()));
     }
-    gtk_widget_set_size_request(m_pArea, m_pWindow ? -1 : 1, m_pWindow ? -1 : 1);
     if ((dwStyle & WS_VISIBLE) != 0)
         Show(TRUE);
     else if (m_pWindow == nullptr)
