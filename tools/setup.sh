@@ -15,6 +15,8 @@ packages=(
   libcairo2-dev libpango1.0-dev fontconfig fonts-liberation  # drawing surface and fonts
   libgdk-pixbuf-2.0-dev  # image strips and icons
   shared-mime-info     # content types and their descriptions for shell items (GIO)
+  libgtk-3-dev         # the editor's window backend
+  xvfb xauth xdotool   # the editor driven under a virtual display
 )
 # clang with its runtime builds the fuzz entry points; optional for everything else.
 optional=(clang libclang-rt-14-dev)

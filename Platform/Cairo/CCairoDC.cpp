@@ -72,6 +72,12 @@ COLORREF CCairoDC::GetPixel(int x, int y) const
     return CBitmap::ARGBToColor(pRow[x]);
 }
 
+cairo_surface_t* CCairoDC::GetImage() const
+{
+    cairo_surface_flush(m_pCairo->pSurface);
+    return m_pCairo->pSurface;
+}
+
 BOOL CCairoDC::WriteToPNG(const CString& csFileName) const
 {
     cairo_surface_flush(m_pCairo->pSurface);

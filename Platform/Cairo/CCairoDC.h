@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <memory>
 
+struct _cairo_surface;
+
 class CCairoDC : public CDC
 {
 public:
@@ -20,6 +22,8 @@ public:
     [[nodiscard]] int GetHeight() const noexcept { return m_nHeight; }
     // The colour of a pixel; CLR_INVALID outside the picture.
     [[nodiscard]] COLORREF GetPixel(int x, int y) const;
+    // The image itself (a Cairo image surface), flushed, for a window to copy; owned by the surface.
+    [[nodiscard]] _cairo_surface* GetImage() const;
     // FALSE when the file can't be written.
     BOOL WriteToPNG(const CString& csFileName) const;
 
