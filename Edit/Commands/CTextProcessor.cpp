@@ -40,7 +40,11 @@ public:
         if (!m_pProcessor->m_pSettings->GetCursorBeyondEol() && pt.x > nLength)
             pt.x = nLength;
         else if (pt.x > 0)
+        {
             --pt.x;
+            if (m_pProcessor->SplitsPair(pt))
+                --pt.x;
+        }
         else if (pt.y > 0 && !bColumn)
         {
             --pt.y;
@@ -62,7 +66,11 @@ public:
                 pt = CPoint(0, pt.y + 1);
         }
         else
+        {
             ++pt.x;
+            if (m_pProcessor->SplitsPair(pt))
+                ++pt.x;
+        }
     }
 };
 
@@ -1248,6 +1256,8 @@ void CTextProcessor::DoBackspace()
                        return;
                    const int nLength = GetViewLength(pt.y);
                    CPoint ptStart(pt.x - 1, pt.y);
+                   if (pt.x <= nLength && SplitsPair(ptStart))
+                       --ptStart.x;
                    if (pt.x > nLength)
                        ptStart = CPoint(nLength, pt.y);
                    else if (pt.x == 0)
@@ -1270,6 +1280,21 @@ void CTextProcessor::DoBackspace()
                });
 }
 
+BOOL CTextProcessor::SplitsPair(CPoint ptView)
+{
+    if (ptView.y < 0 || ptView.y >= m_pViewBuffer->GetLinesCount() || ptView.x <= 0 ||
+        ptView.x >= GetViewLength(ptView.y))
+        return FALSE;
+    const SCharInfo before = m_pViewBuffer->GetCharInfo(CPoint(ptView.x - 1, ptView.y));
+    const SCharInfo after = m_pViewBuffer->GetCharInfo(ptView);
+    const auto isUnit = [](const SCharInfo& ci, char16_t chFirst)
+    {
+        return ci.m_nType == SCharInfo::CH_CHAR && ci.m_char.GetLength() == 1 &&
+               (ci.m_char[0] & 0xFC00) == chFirst;
+    };
+    return isUnit(before, 0xD800) && isUnit(after, 0xDC00);
+}
+
 void CTextProcessor::DoDelete()
 {
     RunCommand(COMMAND_EDIT,
@@ -1280,6 +1305,8 @@ void CTextProcessor::DoDelete()
                    const CPoint pt = GetCursorPosInView(FALSE);
                    const int nLength = GetViewLength(pt.y);
                    CPoint ptEnd(pt.x + 1, pt.y);
+                   if (pt.x < nLength && SplitsPair(ptEnd))
+                       ++ptEnd.x;
                    if (pt.x >= nLength)
                    {
                        if (pt.y >= GetLastLine())

@@ -283,6 +283,9 @@ protected:
     ECharClass GetCharClass(CPoint ptView);
     BOOL IsWordAt(CPoint ptView) { return GetCharClass(ptView) == CLASS_WORD; }
     int GetViewLength(int nLine) { return m_pViewBuffer->GetLineInfo(nLine).m_nLength; }
+    // Whether a view position falls between the two halves of a character beyond U+FFFF: moves
+    // and deletes step over such a character whole, so that no half of it is left alone.
+    BOOL SplitsPair(CPoint ptView);
     int GetLastLine() { return m_pViewBuffer->GetLinesCount() - 1; }
     int GetTabSize() const;
     IUndoRedoBuffer* GetUndoBuffer();

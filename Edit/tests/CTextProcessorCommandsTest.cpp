@@ -201,7 +201,12 @@ public:
         static const SRow rows[] = {
             {u"a|", "'\U0001F600", u"a\U0001F600|"},
             {u"a|\U0001F600b", "'x", u"ax|\U0001F600b"},
-            {u"\U0001F600|b", "BS BS", u"|b"},
+            // Moves and deletes take the pair whole, wherever they start.
+            {u"\U0001F600|b", "BS", u"|b"},
+            {u"a|\U0001F600b", "Del", u"a|b"},
+            {u"a|\U0001F600b", "> 'x", u"a\U0001F600x|b"},
+            {u"a\U0001F600|b", "< 'x", u"ax|\U0001F600b"},
+            {u"a|\U0001F600\U0001F600", "> > BS", u"a\U0001F600|"},
         };
         CProcessorTestHarness::CheckTable(rows);
     }
