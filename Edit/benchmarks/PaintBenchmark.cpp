@@ -13,6 +13,8 @@
 #include "Platform/Cairo/CCairoDC.h"
 #include "Platform/Headless/CRecordingDC.h"
 
+#include "Edit/benchmarks/CpuClock.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -29,12 +31,9 @@ constexpr int DOCUMENT_LINES = 400;
 constexpr int FRAMES = 300;
 constexpr int WARMUP_FRAMES = 10;
 
-// CPU time of the calling thread: on a busy machine the wall clock also counts other processes.
 double CpuMilliseconds()
 {
-    timespec ts{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
-    return static_cast<double>(ts.tv_sec) * 1000.0 + static_cast<double>(ts.tv_nsec) / 1.0e6;
+    return Milliseconds(CpuClock::now().time_since_epoch());
 }
 
 double WallMilliseconds()

@@ -11,6 +11,8 @@
 #include "Edit/View/CClipboard.h"
 #include "Edit/View/CTextViewBuffer.h"
 
+#include "Edit/benchmarks/CpuClock.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -32,24 +34,7 @@ constexpr int DEFAULT_CALLS = 10000;
 constexpr int PASTE_LINES = 10000;
 constexpr int PASTES = 5;
 
-// CPU time of the calling thread, so that other processes on a busy machine don't count.
-struct CpuClock
-{
-    using duration = std::chrono::nanoseconds;
-    using time_point = std::chrono::time_point<CpuClock, duration>;
-    static time_point now() noexcept
-    {
-        timespec ts{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
-        return time_point(duration(static_cast<long long>(ts.tv_sec) * 1000000000LL + ts.tv_nsec));
-    }
-};
 using Clock = CpuClock;
-
-double Milliseconds(Clock::duration d)
-{
-    return std::chrono::duration<double, std::milli>(d).count();
-}
 
 const char* const LINES[] = {
     "<div class=\"product\" id=\"p17\"><h2>Cafe</h2></div>",

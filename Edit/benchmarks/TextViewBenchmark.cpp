@@ -7,6 +7,8 @@
 #include "Edit/Screen/CTextSettings.h"
 #include "Edit/View/CTextViewBuffer.h"
 
+#include "Edit/benchmarks/CpuClock.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -24,27 +26,8 @@ constexpr int DOCUMENT_LINES = 1000000;
 constexpr int COLLAPSED_BLOCKS = 1000;
 constexpr int EDITS = 1000;
 
-// CPU time of the calling thread: on a busy machine the wall clock also counts the time that other
-// processes had the core.
-struct CpuClock
-{
-    using duration = std::chrono::nanoseconds;
-    using time_point = std::chrono::time_point<CpuClock, duration>;
-    static time_point now() noexcept
-    {
-        timespec ts{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
-        return time_point(duration(static_cast<long long>(ts.tv_sec) * 1000000000LL + ts.tv_nsec));
-    }
-};
-
 // All figures are CPU time of this thread.
 using Clock = CpuClock;
-
-double Milliseconds(Clock::duration d)
-{
-    return std::chrono::duration<double, std::milli>(d).count();
-}
 
 // Resident memory of the process in bytes.
 long long ResidentBytes()
